@@ -1,0 +1,67 @@
+// The one shared block of settings and state that every screen and routine works on.
+// TAGSTORE.INI is the truth; the settings here are working copies of it.
+#pragma once
+
+#include <string>
+
+#include "runtime/vb.h"
+
+struct Globals {
+    // ---- set at start ----------------------------------------------------------------
+    std::string homedir;        // install folder, with a trailing backslash
+    std::string commandline;    // the program's command line ("startup", "swupdate...")
+    std::string datecheck;      // date of this start, "DDMMYYYY"
+    Int16 progcount;
+
+    // ---- settings block (TAGSTORE.INI) -----------------------------------------------
+    // Scanner index 1 OPL 972x (section 9725), 2 OPN 2001 (1234), 3 CS 1504 (1504).
+    FixedArray<Int16, 1, 3> scannerused;
+    FixedArray<Int16, 1, 3> scannerport;
+    FixedArray<Int16, 1, 3> scannerauto;
+    FixedArray<Int16, 1, 3> scannerautotime;
+    Int16 savetype;      // 0 Local, 1 Direct, 2 Batch Update, 3 Email
+    Int16 fittertype;    // 0 Local, 1 Direct, 2 PC Copy
+    std::string serverip;
+    std::string terminalno;
+    Int16 chkrogue;
+    Int16 timemargin;
+    Int16 firstrun;
+    Int16 displaytype;
+    Int16 readdelay;
+
+    // ---- operation state --------------------------------------------------------------
+    Int16 runmode;          // 0 idle, 1 transfer, 2 read or delete, 4/5 under repair
+    Int16 pressedop;        // 0 none, 1 tool screen, 2 check scanner screen, 3 action
+    Int16 automaticactive;
+    Int16 oplportstate;     // 0 closed, 1 opened by the running routine, 2 found open
+    FixedArray<Int16, 0, 30> callerof;
+    Int16 scannertype;
+    Int16 OPN2001waiting;
+    Int16 symwaiting;
+    Int16 batcheckcount;
+    Int16 lastbatterycheck;
+    Int16 autoscannerwait;
+    Int16 symbolpollstep;
+    Int16 testmode;
+
+    // ---- store and engineer state -----------------------------------------------------
+    Int16 storestate;       // 0 usable, 1..6 failure kinds
+    Int16 storedown;
+    std::string lastgoodip;
+    Int16 fitterstatus;
+    Int16 englinestatus;
+
+    // ---- line tables: the hand-over between reading, processing and saving ---------------
+    FixedArray<std::string, 0, 1000> scanlines;
+    FixedArray<std::string, 0, 1000> outlines;     // element 0 is the scanner ID
+    FixedArray<std::string, 0, 1000> reviewlines;
+    Int32 scancount;        // count from the scanner (-1 or 0: none)
+    Int16 outcount;         // count of valid lines
+    std::string scannerid;
+    std::string lastscannerid;
+};
+
+// The program's shared block.
+Globals& g();
+// Back to a fresh block (tests).
+void resetglobals();
