@@ -59,6 +59,9 @@ struct Globals {
     Int16 outcount;         // count of valid lines
     std::string scannerid;
     std::string lastscannerid;
+
+    // ---- scan data pipeline: line processing -----------------------------------------
+    Int16 badcount;         // invalid and test lines of the last processdata or processdata2 run
 };
 
 // The program's shared block.
