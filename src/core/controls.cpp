@@ -14,6 +14,12 @@ int twips(int units)
     return (int)(units * dpi / 1440.0 + (units >= 0 ? 0.5 : -0.5));
 }
 
+void adopt(QWidget& control, QWidget* screen, const char* name, int index)
+{
+    control.setParent(screen);
+    control.setObjectName(index < 0 ? QString(name) : QString("%1(%2)").arg(name).arg(index));
+}
+
 // ---- ListBox -------------------------------------------------------------------------
 
 namespace {

@@ -13,6 +13,9 @@ class ImageList;
 
 // Layout units of the screens: 1/1440 inch, turned into pixels of the primary display.
 int twips(int units);
+// Puts a control on its screen under its name ("List2", "Shape1(3)"), so it can be found
+// by name.
+void adopt(QWidget& control, QWidget* screen, const char* name, int index = -1);
 
 // A list box. Adding a row always selects it, so the newest row is in view.
 class ListBox : public QListWidget {

@@ -7,20 +7,23 @@
 
 Form16::Form16(QWidget* parent) : QWidget(parent)
 {
+    setObjectName("Form16");
     setWindowTitle("Current Status");
     setFixedSize(twips(5025), twips(2520));
     Caption* captions[] = {&ScanLabel, &DownLabel, &ProcLabel, &SaveLabel};
     Caption* values[] = {&ScanData, &DownData, &ProcData, &SaveData};
     const char* texts[] = {"Current Scanner", "Downloading Data", "Processing Data", "Saving Data"};
+    const char* captionnames[] = {"ScanLabel", "DownLabel", "ProcLabel", "SaveLabel"};
+    const char* valuenames[] = {"ScanData", "DownData", "ProcData", "SaveData"};
     for (int i = 0; i < 4; ++i) {
-        captions[i]->setParent(this);
+        adopt(*captions[i], this, captionnames[i]);
         captions[i]->setcaption(texts[i]);
         captions[i]->setGeometry(twips(120), twips(120 + i * 360), twips(2100), twips(300));
-        values[i]->setParent(this);
+        adopt(*values[i], this, valuenames[i]);
         values[i]->setGeometry(twips(2280), twips(120 + i * 360), twips(2625), twips(300));
     }
     for (int i = 0; i <= 1; ++i) {
-        BatteryLevel[i].setParent(this);
+        adopt(BatteryLevel[i], this, "BatteryLevel", i);
         BatteryLevel[i].setGeometry(twips(120), twips(1680 + i * 360), twips(4785), twips(240));
     }
     setupstatus();

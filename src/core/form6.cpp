@@ -6,15 +6,16 @@
 
 Form6::Form6(QWidget* parent) : QWidget(parent)
 {
+    setObjectName("Form6");
     setWindowTitle("Downloading Barcode Data");
     setFixedSize(twips(9 * 480 + 240), twips(900));
     for (int i = 1; i <= 9; ++i) {
-        Image1[i].setParent(this);
+        adopt(Image1[i], this, "Image1", i);
         Image1[i].setGeometry(twips(120 + (i - 1) * 480), twips(240), twips(480), twips(480));
     }
-    TimeCount.setParent(this);
+    adopt(TimeCount, this, "TimeCount");
     TimeCount.hide();
-    ScanSource.setParent(this);
+    adopt(ScanSource, this, "ScanSource");
     ScanSource.hide();
     resetballs();
 }

@@ -2,8 +2,9 @@
 
 Form12::Form12(QWidget* parent) : QWidget(parent)
 {
+    setObjectName("Form12");
     setWindowTitle("Corrupt Scanner Data");
     resize(twips(7500), twips(6600));
-    List1.setParent(this);
+    adopt(List1, this, "List1");
     List1.setGeometry(twips(120), twips(1200), twips(7260), twips(4200));
 }
