@@ -1,3 +1,10 @@
+#include <QApplication>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QKeyEvent>
+#include <QTimer>
+#include <functional>
 #include <gtest/gtest.h>
 #include <sstream>
 
@@ -111,6 +118,66 @@ TEST_F(Dialogs, UnattendedTakesTheDefaultButton)
     ASSERT_EQ(dialogs::transcript().size(), 4u);
     EXPECT_EQ(dialogs::transcript()[0].kind, "MsgBox");
     EXPECT_EQ(dialogs::transcript()[3].kind, "InputBox");
+}
+
+}  // namespace
+
+namespace {
+
+// Runs `act` on the modal box once it is up.
+void whenshown(std::function<void(QWidget*)> act)
+{
+    auto* timer = new QTimer;
+    QObject::connect(timer, &QTimer::timeout, [timer, act] {
+        if (QWidget* box = QApplication::activeModalWidget()) {
+            timer->stop();
+            timer->deleteLater();
+            act(box);
+        }
+    });
+    timer->start(10);
+}
+
+void escape(QWidget* box)
+{
+    QKeyEvent key(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+    QApplication::sendEvent(box, &key);
+}
+
+TEST_F(Dialogs, ShownAsQtBoxesWithTheirButtonsIconAndDefault)
+{
+    dialogs::setunattended(false);
+    dialogs::reset();
+    whenshown([](QWidget* w) {
+        auto* box = qobject_cast<QMessageBox*>(w);
+        ASSERT_NE(box, nullptr);
+        EXPECT_EQ(box->windowTitle(), "Transfer Local Data");
+        EXPECT_EQ(box->text(), QString::fromLatin1("Caf\xe9 data?"));
+        EXPECT_EQ(box->icon(), QMessageBox::Warning);
+        EXPECT_EQ(box->standardButtons(), QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+        EXPECT_EQ(box->defaultButton(), box->button(QMessageBox::No));
+        box->button(QMessageBox::Yes)->click();
+    });
+    EXPECT_EQ(MsgBox("Caf\xe9 data?", vbYesNoCancel + vbExclamation + vbDefaultButton2, "Transfer Local Data"), vbYes);
+
+    // Closed with Escape: Cancel where there is one, else the default button.
+    whenshown(escape);
+    EXPECT_EQ(MsgBox("?", vbRetryCancel + vbCritical), vbCancel);
+    whenshown(escape);
+    EXPECT_EQ(MsgBox("?", vbYesNo + vbDefaultButton2), vbNo);
+
+    whenshown([](QWidget* w) {
+        auto* box = qobject_cast<QInputDialog*>(w);
+        ASSERT_NE(box, nullptr);
+        EXPECT_EQ(box->textValue(), "old");
+        box->setTextValue(QString::fromLatin1("Vexal \xc5sa"));
+        box->accept();
+    });
+    EXPECT_EQ(InputBox("Name?", "Company Name", "old"), "Vexal \xc5sa");
+    whenshown([](QWidget* w) { qobject_cast<QDialog*>(w)->reject(); });
+    EXPECT_EQ(InputBox("Name?", "Company Name", "old"), "");
+    ASSERT_EQ(dialogs::transcript().size(), 5u);
+    EXPECT_EQ(dialogs::transcript()[2].answer, "No");
 }
 
 }  // namespace
