@@ -116,7 +116,7 @@ struct State {
     bool unattended = false;
     std::vector<Entry> transcript;
     bool loaded = false;
-    std::string loadedfor;     // the install folder whose platform.ini was read
+    std::string loadedfor;     // the install folder and [dialogs] settings last read
     bool answering = false;    // [dialogs] answers is set
     std::vector<Rule> rules;   // text rules first, each kind in file order
     std::string transcriptfile;
@@ -134,11 +134,17 @@ std::string hostfile(const std::string& p)
     return platform::hostinstalldir() + "/" + p;
 }
 
+std::string settingskey()
+{
+    return platform::hostinstalldir() + "\n" + platform::setting("dialogs", "answers") + "\n" +
+           platform::setting("dialogs", "transcript");
+}
+
 void readanswers(State& s)
 {
     s.rules.clear();
     s.loaded = true;
-    s.loadedfor = platform::hostinstalldir();
+    s.loadedfor = settingskey();
     s.transcriptfile = hostfile(platform::setting("dialogs", "transcript"));
     std::string file = hostfile(platform::setting("dialogs", "answers"));
     s.answering = !file.empty();
@@ -175,7 +181,8 @@ void readanswers(State& s)
 State& current()
 {
     auto& s = state();
-    if (!s.loaded || s.loadedfor != platform::hostinstalldir()) readanswers(s);
+    // Read on first use, and again when platform.ini has been read anew with other values.
+    if (!s.loaded || s.loadedfor != settingskey()) readanswers(s);
     return s;
 }
 

@@ -1,6 +1,7 @@
 #include "platform/icmp.h"
 
 #include <arpa/inet.h>
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <cstring>
@@ -180,7 +181,7 @@ uint32_t IcmpSendEcho(IcmpHandle handle, uint32_t address, const void* data, uin
     std::vector<uint8_t> buffer(65536);
     for (;;) {
         auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now()).count();
-        if (left < 0) left = 0;
+        left = std::clamp<long long>(left, 0, 60 * 60 * 1000);
         pollfd p{h->fd, POLLIN, 0};
         int ready = ::poll(&p, 1, (int)left);
         if (ready < 0 && errno == EINTR) continue;

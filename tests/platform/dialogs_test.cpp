@@ -81,7 +81,9 @@ TEST_F(Dialogs, AnswersFileByTitleWithTextRulesFirst)
 
 TEST_F(Dialogs, InputBoxFromAnswersFileOrDefaultText)
 {
-    answering("Company Name | your company => Vexal Ltd\n");
+    // Read on first use, without a reset.
+    TempInstall::writefile(t.root() + "/answers.txt", "Company Name | your company => Vexal Ltd\n");
+    t.configure("[dialogs]\nanswers=" + t.root() + "/answers.txt\n");
     EXPECT_EQ(InputBox("Please enter your company name", "Company Name", "old"), "Vexal Ltd");
     EXPECT_EQ(InputBox("Something else", "Company Name", "old"), "old");
     EXPECT_EQ(dialogs::describe(dialogs::transcript().back()),
