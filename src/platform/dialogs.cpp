@@ -140,6 +140,9 @@ std::string settingskey()
            platform::setting("dialogs", "transcript");
 }
 
+// The answers file (see dialogs.h). Titles and text parts are compared without regard to
+// case; a line break of the box's text is written \n in a text part, as in the transcript.
+// Paths in [dialogs] are host paths, relative ones taken from the install folder.
 void readanswers(State& s)
 {
     s.rules.clear();
