@@ -102,7 +102,9 @@ err write(const std::string& p, std::string_view bytes, bool append, bool trunca
 {
     if (folderexists(p)) return err::isfolder;
     if (readonlyfile(p)) return err::denied;
-    int flags = O_WRONLY | O_CREAT | O_CLOEXEC | (append ? O_APPEND : 0) | (truncate ? O_TRUNC : 0);
+    // A replacement is written over the old bytes and then cut to its length: truncating to
+    // nothing first makes ext4 flush the file at close, which costs milliseconds a write.
+    int flags = O_WRONLY | O_CREAT | O_CLOEXEC | (append ? O_APPEND : 0);
     int fd = ::open(p.c_str(), flags, 0644);
     if (fd < 0) return kindof(errno, p);
     size_t done = 0;
@@ -115,6 +117,11 @@ err write(const std::string& p, std::string_view bytes, bool append, bool trunca
             return kindof(e, p);
         }
         done += (size_t)n;
+    }
+    if (truncate && ::ftruncate(fd, (off_t)bytes.size()) != 0) {
+        int e = errno;
+        ::close(fd);
+        return kindof(e, p);
     }
     if (::close(fd) != 0) return kindof(errno, p);
     return err::none;
