@@ -102,8 +102,16 @@ void renamefile(const std::string& from, const std::string& to)
     err e = fsys::stat(at(from), info);
     if (e == err::nofile || e == err::nopath || e == err::netpath) raisefault(fault::filenotfound);
     check(e);
-    if (exists(to)) raisefault(fault::fileexists);
-    check(fsys::rename(at(from), at(to)));
+    auto source = at(from), target = at(to);
+    if (target.path == source.path) {
+        // The same file under another case: it takes the case written.
+        std::string folder, last;
+        fsys::splitlast(to, folder, last);
+        target = fsys::child(fsys::parent(target), last);
+    } else if (exists(to)) {
+        raisefault(fault::fileexists);
+    }
+    check(fsys::rename(source, target));
 }
 
 long long filelength(const std::string& path)

@@ -103,8 +103,9 @@ err kindof(int e, const std::string& url)
         struct stat st;
         std::string up = parentof(url);
         if (smbc_stat(up.c_str(), &st) == 0) return S_ISDIR(st.st_mode) ? err::nofile : err::nopath;
-        if (errno == ENOENT && !isshareroot(up)) return err::nopath;
-        return errno == ENOENT || errno == ENOTDIR ? err::nopath : err::netpath;
+        int upe = errno;
+        if (upe == ENOENT || upe == ENOTDIR) return isshareroot(up) ? err::netpath : err::nopath;
+        return err::netpath;
     }
     case ENOTDIR: return err::nopath;
     case EACCES: case EPERM: case EROFS: case EBUSY: return err::denied;

@@ -86,6 +86,8 @@ TEST_F(Files, StatementsRaiseTheClassicFaults)
     files::writeall("C:\\TARNBC\\B.TXT", "b");
     EXPECT_EQ(faultof([] { files::renamefile("c:\\tarnbc\\a.txt", "C:\\TARNBC\\b.txt"); }), 58);
     EXPECT_EQ(faultof([] { files::renamefile("c:\\tarnbc\\z.txt", "C:\\TARNBC\\y.txt"); }), 53);
+    files::renamefile("c:\\tarnbc\\a.txt", "C:\\TARNBC\\a.Txt");
+    EXPECT_EQ(files::Dir("c:\\tarnbc\\A.*"), "a.Txt");
     files::renamefile("c:\\tarnbc\\a.txt", "C:\\TARNBC\\INITEMP\\C.TXT");
     EXPECT_EQ(files::readall("c:\\tarnbc\\initemp\\c.txt"), "a");
     files::copyfile("c:\\tarnbc\\b.txt", "c:\\tarnbc\\initemp\\c.txt");

@@ -40,6 +40,11 @@ TEST(Smb, ShareOnARealServer)
         EXPECT_EQ(f.number, 53);
     }
 
+    EXPECT_FALSE(files::PathFileExistsA("\\\\127.0.0.1\\nosuch\\BAR001.007"));
+    EXPECT_EQ(files::GetLastError(), 53u);
+    EXPECT_FALSE(files::PathFileExistsA(share + "NOFOLDER\\BAR001.007"));
+    EXPECT_EQ(files::GetLastError(), 3u);
+
     EXPECT_EQ(WritePrivateProfileStringA("S", "B", "2", share + "BAR001.007"), 1);
     std::string buffer(50, '\0');
     EXPECT_EQ(GetPrivateProfileStringA("S", "B", "d", buffer, 50, share + "BAR001.007"), 1u);
