@@ -55,7 +55,6 @@ bool ready()
     Credentials want = wanted();
     if (ctx && want == current) return true;
     if (ctx) {
-        smbc_set_context(nullptr);
         smbc_free_context(ctx, 1);
         ctx = nullptr;
     }
