@@ -2,15 +2,16 @@
 
 #include <curl/curl.h>
 #include <cstdio>
-#include <fstream>
 
+#include "platform/files.h"
 #include "platform/paths.h"
+#include "runtime/fault.h"
 
 // A fetch is all or nothing: the body is collected in memory and written to the file only
 // after the server has sent all of it with a success status, so a failed fetch leaves the
 // old file in place. Results besides 0: the HTTP status (404 ...) when the server refused,
 // the transfer's error number (7 for a refused connection) when it never answered, E_FAIL
-// when the file could not be written.
+// when the file could not be written (the file layer's fault goes to the error output).
 
 namespace {
 
@@ -30,12 +31,14 @@ bool curlready()
 
 bool writefile(const std::string& winpath, const std::string& bytes)
 {
-    auto host = platform::resolve(winpath);
-    if (host.kind != platform::HostPath::local) return false;
-    std::ofstream out(host.path, std::ios::binary | std::ios::trunc);
-    out.write(bytes.data(), (std::streamsize)bytes.size());
-    out.close();  // a full disk shows only here, when the buffer goes out
-    return !out.fail();
+    try {
+        files::writeall(winpath, bytes);
+        return true;
+    } catch (const std::exception& e) {
+        Fault f = Fault::from(e);
+        std::fprintf(stderr, "web: cannot write %s: %d %s\n", winpath.c_str(), f.number, f.description.c_str());
+        return false;
+    }
 }
 
 // The host's base address joined to a path, blanks escaped.
@@ -77,11 +80,7 @@ long URLDownloadToFileA(void*, const std::string& url, const std::string& file, 
     curl_easy_cleanup(curl);
     if (code != CURLE_OK) return code;
     if (status >= 400) return status;
-    if (!writefile(file, body)) {
-        std::fprintf(stderr, "web: cannot write %s fetched from %s\n", file.c_str(), url.c_str());
-        return E_FAIL;
-    }
-    return 0;
+    return writefile(file, body) ? 0 : E_FAIL;
 }
 
 namespace web {

@@ -8,6 +8,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include "platform/files.h"
 #include "platform/web.h"
 #include "support/tempinstall.h"
 
@@ -86,8 +87,11 @@ TEST_F(Web, FetchesIntoTheInstallFolderOrFailsLeavingTheFileAlone)
     EXPECT_EQ(URLDownloadToFileA(nullptr, web::updateaddress("/support/Tagstore/support/osver.ini"), target), 404);
     EXPECT_EQ(TempInstall::readfile(t.root() + "/OS/bcver"), "01032024#\r\n");
 
-    // A folder that does not exist cannot take the file.
+    // A folder that does not exist cannot take the file, nor can a full disk.
     EXPECT_NE(URLDownloadToFileA(nullptr, url, "C:\\Program Files\\VexalBCv4\\Support\\x.pdf"), 0);
+    files::inject::failwriteafter(0);
+    EXPECT_NE(URLDownloadToFileA(nullptr, web::updateaddress("/support/Tagstore/support/bcver"), target), 0);
+    files::inject::reset();
 }
 
 TEST_F(Web, RefusedConnectionAndUnsetHostFail)
