@@ -8,8 +8,8 @@
 #include "runtime/fault.h"
 
 // A fetch is all or nothing: the body is collected in memory and written to the file only
-// after the server has sent all of it with a success status, so a failed fetch leaves the
-// old file in place. Results besides 0: the HTTP status (404 ...) when the server refused,
+// after the server has sent all of it with a success status, so a failed fetch or write
+// leaves the old file in place. Results besides 0: the HTTP status (404 ...) when the server refused,
 // the transfer's error number (7 for a refused connection) when it never answered, E_FAIL
 // when the file could not be written (the file layer's fault goes to the error output).
 
@@ -29,14 +29,23 @@ bool curlready()
     return ready;
 }
 
+// The body goes to a temporary file beside the target first, which then takes the target's
+// place: a write that fails (a full disk) leaves the old file whole.
 bool writefile(const std::string& winpath, const std::string& bytes)
 {
+    std::string partial = winpath + ".download";
     try {
-        files::writeall(winpath, bytes);
+        files::writeall(partial, bytes);
+        if (files::exists(winpath)) files::removefile(winpath);
+        files::renamefile(partial, winpath);
         return true;
     } catch (const std::exception& e) {
         Fault f = Fault::from(e);
         std::fprintf(stderr, "web: cannot write %s: %d %s\n", winpath.c_str(), f.number, f.description.c_str());
+        try {
+            if (files::exists(partial)) files::removefile(partial);
+        } catch (const std::exception&) {
+        }
         return false;
     }
 }

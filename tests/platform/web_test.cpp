@@ -90,8 +90,10 @@ TEST_F(Web, FetchesIntoTheInstallFolderOrFailsLeavingTheFileAlone)
     // A folder that does not exist cannot take the file, nor can a full disk.
     EXPECT_NE(URLDownloadToFileA(nullptr, url, "C:\\Program Files\\VexalBCv4\\Support\\x.pdf"), 0);
     files::inject::failwriteafter(0);
-    EXPECT_NE(URLDownloadToFileA(nullptr, web::updateaddress("/support/Tagstore/support/bcver"), target), 0);
+    EXPECT_NE(URLDownloadToFileA(nullptr, web::supportaddress("/support/Tagstore/support/Scanner Log Off.pdf"), target), 0);
     files::inject::reset();
+    EXPECT_EQ(TempInstall::readfile(t.root() + "/OS/bcver"), "01032024#\r\n");
+    EXPECT_EQ(QDir(QString::fromStdString(t.root() + "/OS")).entryList(QDir::Files).join(","), "bcver,log off.pdf");
 }
 
 TEST_F(Web, RefusedConnectionAndUnsetHostFail)
