@@ -98,6 +98,10 @@ long loadcsp(const std::string& bytes)
 int main(int argc, char** argv)
 {
     setenv("QT_QPA_PLATFORM", "offscreen", 0);
+    if (!getenv("XDG_RUNTIME_DIR")) {
+        static char xdg[] = "/tmp/vexal-decode-XXXXXX";
+        if (mkdtemp(xdg)) setenv("XDG_RUNTIME_DIR", xdg, 1);
+    }
     std::vector<std::string> args(argv + 1, argv + argc);
     std::string mode, file, id = "000";
     bool repair = false;
