@@ -19,6 +19,8 @@ struct Recording {
     bool repair;
 };
 
+void PrintTo(const Recording& r, std::ostream* os) { *os << r.path << "." << r.ext << (r.repair ? " --repair" : ""); }
+
 std::vector<Recording> recordings()
 {
     std::vector<Recording> all;
