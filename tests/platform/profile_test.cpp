@@ -25,6 +25,7 @@ struct ReadRow {
     const char* result;
     uint32_t count;
 };
+void PrintTo(const ReadRow& r, std::ostream* os) { *os << r.legend; }
 
 // A 60-character default, as the program's own full-path default of a deep file would be.
 const char* const kLongPath = "C:\\Program Files\\VexalBCv4\\TARNBC\\INITEMP\\BACKUPS\\BAR001.INI   ";
@@ -158,6 +159,7 @@ struct WriteRow {
     const char* value;                    // nullptr deletes the key
     std::optional<std::string_view> out;  // none: the file is still missing
 };
+void PrintTo(const WriteRow& r, std::ostream* os) { *os << r.legend; }
 
 const WriteRow kWrites[] = {
     {"new file", std::nullopt, "S", "K", "V", "[S]\r\nK=V\r\n"},
