@@ -150,13 +150,4 @@ TEST_F(Screens, ImageListsTellTheirPicturesApart)
     EXPECT_NE(ColorIcons().picture(3).toImage(), GreyIcons().picture(3).toImage());
 }
 
-TEST_F(Screens, ThePalette)
-{
-    EXPECT_EQ(colorbox(0), QColor(255, 255, 192));
-    EXPECT_EQ(colorbox(13), QColor(0, 128, 0));
-    EXPECT_EQ(colorbox(16), QColor(255, 128, 0));
-    EXPECT_THROW(colorbox(17), Fault);
-    EXPECT_THROW(colorbox(-1), Fault);
-}
-
 }  // namespace
