@@ -20,6 +20,17 @@ void adopt(QWidget& control, QWidget* screen, const char* name, int index)
     control.setObjectName(index < 0 ? QString(name) : QString("%1(%2)").arg(name).arg(index));
 }
 
+void place(QWidget& w, QWidget* screen, const char* name, int index, int left, int top, int width, int height)
+{
+    adopt(w, screen, name, index);
+    w.setGeometry(twips(left), twips(top), twips(width), twips(height));
+}
+
+void place(QWidget& w, QWidget* screen, const char* name, int left, int top, int width, int height)
+{
+    place(w, screen, name, -1, left, top, width, height);
+}
+
 // ---- ListBox -------------------------------------------------------------------------
 
 namespace {
@@ -148,3 +159,39 @@ void TextBox::settext(const std::string& text)
 }
 
 std::string TextBox::value() const { return text().toLatin1().toStdString(); }
+
+// ---- ComboBox ------------------------------------------------------------------------
+
+ComboBox::ComboBox(QWidget* parent) : QComboBox(parent)
+{
+    setEditable(true);
+    setInsertPolicy(QComboBox::NoInsert);
+    connect(this, qOverload<int>(&QComboBox::activated), this, [this] { emit clicked(); });
+    connect(this, &QComboBox::editTextChanged, this, [this] { emit changed(); });
+}
+
+void ComboBox::additem(const std::string& text)
+{
+    const QString keep = currentText();
+    addItem(QString::fromLatin1(text.data(), (qsizetype)text.size()));
+    setEditText(keep);
+}
+
+std::string ComboBox::list(int index) const
+{
+    if (index < 0 || index >= count()) return {};
+    return itemText(index).toLatin1().toStdString();
+}
+
+void ComboBox::settext(const std::string& text)
+{
+    setEditText(QString::fromLatin1(text.data(), (qsizetype)text.size()));
+}
+
+std::string ComboBox::text() const { return currentText().toLatin1().toStdString(); }
+
+void ComboBox::focusOutEvent(QFocusEvent* event)
+{
+    QComboBox::focusOutEvent(event);
+    emit lostfocus();
+}

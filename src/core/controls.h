@@ -2,6 +2,7 @@
 // text boxes, with the few properties the routines use. Strings cross into Qt as Latin-1.
 #pragma once
 
+#include <QComboBox>
 #include <QFrame>
 #include <QLabel>
 #include <QLineEdit>
@@ -16,6 +17,9 @@ int twips(int units);
 // Puts a control on its screen under its name ("List2", "Shape1(3)"), so it can be found
 // by name.
 void adopt(QWidget& control, QWidget* screen, const char* name, int index = -1);
+// Adopts a control and sets its place and size in layout units.
+void place(QWidget& control, QWidget* screen, const char* name, int index, int left, int top, int width, int height);
+void place(QWidget& control, QWidget* screen, const char* name, int left, int top, int width, int height);
 
 // A list box. Adding a row always selects it, so the newest row is in view.
 class ListBox : public QListWidget {
@@ -105,4 +109,27 @@ public:
 
     void settext(const std::string& text);
     std::string value() const;
+};
+
+// A drop-down list whose text can also be typed (the port lists of the setup screen).
+class ComboBox : public QComboBox {
+    Q_OBJECT
+public:
+    ComboBox() : ComboBox(nullptr) {}
+    explicit ComboBox(QWidget* parent);
+
+    void additem(const std::string& text);
+    void clearlist() { clear(); }
+    int listcount() const { return count(); }
+    std::string list(int index) const;   // "" for a row that is not there
+    void settext(const std::string& text);
+    std::string text() const;
+
+signals:
+    void clicked();        // a row was chosen from the list
+    void changed();        // the text changed
+    void lostfocus();
+
+protected:
+    void focusOutEvent(QFocusEvent* event) override;
 };

@@ -3,20 +3,6 @@
 #include "core/colorbox.h"
 #include "core/imagelists.h"
 
-namespace {
-
-void place(QWidget& w, QWidget* screen, const char* name, int index, int left, int top, int width, int height)
-{
-    adopt(w, screen, name, index);
-    w.setGeometry(twips(left), twips(top), twips(width), twips(height));
-}
-
-void place(QWidget& w, QWidget* screen, const char* name, int left, int top, int width, int height)
-{
-    place(w, screen, name, -1, left, top, width, height);
-}
-
-}  // namespace
 
 Form1::Form1(QWidget* parent) : QWidget(parent)
 {
