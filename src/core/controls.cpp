@@ -7,6 +7,8 @@
 #include "core/imagelists.h"
 #include "runtime/fault.h"
 
+#include <cstring>
+
 int twips(int units)
 {
     double dpi = 96.0;
@@ -153,10 +155,15 @@ QColor Shape::fillcolor() const { return palette().color(QPalette::Window); }
 
 TextBox::TextBox(QWidget* parent) : QLineEdit(parent) {}
 
-void TextBox::settext(const std::string& text)
+namespace {
+// An edit box takes text as a C string: whatever follows a NUL never reaches it.
+QString boxtext(const std::string& text)
 {
-    setText(QString::fromLatin1(text.data(), (qsizetype)text.size()));
+    return QString::fromLatin1(text.c_str(), (qsizetype)std::strlen(text.c_str()));
 }
+}  // namespace
+
+void TextBox::settext(const std::string& text) { setText(boxtext(text)); }
 
 std::string TextBox::value() const { return text().toLatin1().toStdString(); }
 
@@ -183,10 +190,7 @@ std::string ComboBox::list(int index) const
     return itemText(index).toLatin1().toStdString();
 }
 
-void ComboBox::settext(const std::string& text)
-{
-    setEditText(QString::fromLatin1(text.data(), (qsizetype)text.size()));
-}
+void ComboBox::settext(const std::string& text) { setEditText(boxtext(text)); }
 
 std::string ComboBox::text() const { return currentText().toLatin1().toStdString(); }
 

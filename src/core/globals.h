@@ -23,7 +23,7 @@ struct Globals {
     Int16 fittertype;    // 0 Local, 1 Direct, 2 PC Copy
     std::string serverip;
     std::string terminalno;
-    Int16 chkrogue;
+    std::string chkrogue;   // "1": look for rogue files; kept as the text stored
     Int16 timemargin;
     Int16 firstrun;
     Int16 displaytype;
@@ -62,6 +62,12 @@ struct Globals {
 
     // ---- scan data pipeline: line processing -----------------------------------------
     Int16 badcount;         // invalid and test lines of the last processdata or processdata2 run
+
+    // ---- settings file and engineer list: the scanner test's marks -----------------------
+    // Reset at each settings load; the port check of the setup screen keeps the last test's
+    // result while the port is unchanged.
+    FixedArray<Int16, 1, 3> portlasttested;  // port the scanner was last tested on, 0 none
+    FixedArray<Int16, 1, 3> scannertested;   // 1 when that test found the scanner
 };
 
 // The program's shared block.

@@ -5,6 +5,8 @@
 
 #include "core/colorbox.h"
 #include "core/imagelists.h"
+#include "settings/form4.h"
+#include "settings/setupports.h"
 
 std::string LocalAddress::LocalIP() const
 {
@@ -86,10 +88,8 @@ Form2::Form2(QWidget* parent) : QWidget(parent)
     place(TarnTNO, loc, "TarnTNO", 7560, 900, 1200, 300);
     place(BIP, this, "BIP", 0, 0, 600, 300);
     place(BTNO, this, "BTNO", 0, 0, 600, 300);
-    place(HOEmail, this, "HOEmail", 0, 0, 600, 300);
     BIP.hide();
     BTNO.hide();
-    HOEmail.hide();
 
     QWidget* eng = &Frame[3];
     place(FitterInfoBox, eng, "FitterInfoBox", 120, 240, 5400, 1200);
@@ -120,6 +120,16 @@ Form2::Form2(QWidget* parent) : QWidget(parent)
         labels[b]->setcaption(texts[b]);
         labels[b]->setAlignment(Qt::AlignCenter);
     }
+
+    // A port box is checked whenever its text changes, by typing, by choice or by a load,
+    // and when it loses the focus.
+    for (int i = 1; i <= 3; ++i) {
+        ComboBox* box = &SPorts[i];
+        for (auto signal : {&ComboBox::changed, &ComboBox::clicked, &ComboBox::lostfocus})
+            connect(box, signal, this, [i] { checkcomport(i); });
+    }
+    connect(&FitterList, &PictureBox::clicked, this, openengineerlist);
+    connect(&Label4[9], &Caption::clicked, this, openengineerlist);
 }
 
 void Form2::closeEvent(QCloseEvent* event)

@@ -1,0 +1,7 @@
+#include "settings/settingsdisplay.h"
+
+SettingsDisplay& settingsdisplay()
+{
+    static SettingsDisplay d;
+    return d;
+}
