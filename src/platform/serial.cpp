@@ -103,7 +103,11 @@ bool Port::openpath(const std::string& device, int baud, Parity parity)
     t.c_cc[VTIME] = 0;
     cfsetispeed(&t, speedof(baud));
     cfsetospeed(&t, speedof(baud));
-    if (::tcsetattr(fd, TCSANOW, &t) != 0) {
+    // A pseudo-terminal drops the parity bit and the C library then reports the whole call as
+    // failed; what counts is that the line took 8 data bits and the speed.
+    ::tcsetattr(fd, TCSANOW, &t);
+    termios got{};
+    if (::tcgetattr(fd, &got) != 0 || (got.c_cflag & CSIZE) != CS8 || cfgetospeed(&got) != speedof(baud)) {
         closeexclusive(fd);
         return false;
     }
