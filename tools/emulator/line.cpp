@@ -7,6 +7,7 @@
 #include <poll.h>
 #include <pty.h>
 #include <stdexcept>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <termios.h>
 #include <thread>
@@ -56,6 +57,13 @@ void Line::unlink()
 void Line::vanish()
 {
     if (master_ < 0) return;
+    // What was sent reaches the other side before the line goes: wait (a while) until the
+    // reader has taken it.
+    std::this_thread::sleep_until(txfree_);
+    auto until = clock::now() + std::chrono::seconds(1);
+    int waiting = 0;
+    while (::ioctl(slave_, TIOCINQ, &waiting) == 0 && waiting > 0 && clock::now() < until)
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
     ::close(master_);
     ::close(slave_);
     master_ = slave_ = -1;
@@ -99,7 +107,6 @@ bool Line::write(const std::vector<uint8_t>& bytes)
     bool ok = writepaced(bytes.data(), n);
     sent_ += (long)n;
     if (vanishing) {
-        std::this_thread::sleep_until(txfree_);
         vanish();
         return false;
     }
