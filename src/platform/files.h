@@ -24,9 +24,12 @@ void appendbytes(const std::string& path, const std::string& bytes);  // creates
 
 // Names (not paths) in a folder that match a pattern with * and ?, without regard to case,
 // sorted by name. `pattern` is a full path whose last component holds the wild cards.
+// With `folders`, folders are listed besides files. A folder that cannot be read lists
+// nothing; a path that maps nowhere raises 52.
 std::vector<std::string> list(const std::string& pattern, bool folders = false);
 
-// Dir(pattern) gives the first match or ""; Dir() the next of the last pattern.
+// Dir(pattern) gives the first file that matches or ""; Dir() the next of the last pattern,
+// "" after the last, and raises 5 when asked again.
 std::string Dir(const std::string& pattern);
 std::string Dir();
 

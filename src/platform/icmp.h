@@ -23,8 +23,11 @@ struct ICMP_ECHO_REPLY {
 
 constexpr uint32_t IP_SUCCESS = 0;
 constexpr uint32_t IP_BUF_TOO_SMALL = 11001;
+constexpr uint32_t IP_DEST_NET_UNREACHABLE = 11002;
 constexpr uint32_t IP_DEST_HOST_UNREACHABLE = 11003;
+constexpr uint32_t IP_DEST_PORT_UNREACHABLE = 11005;
 constexpr uint32_t IP_REQ_TIMED_OUT = 11010;
+constexpr uint32_t IP_TTL_EXPIRED_TRANSIT = 11013;
 constexpr uint32_t IP_GENERAL_FAILURE = 11050;
 
 using IcmpHandle = void*;

@@ -34,4 +34,10 @@ struct ReadResult {
 ReadResult lookup(std::string_view filebytes, std::string_view section, std::string_view key);
 // File bytes after a write; value null deletes the key, key null deletes the section.
 std::string update(std::string_view filebytes, const char* section, const char* key, const char* value);
+
+// The two calls on a file named by its path on this machine instead of a Windows path, for
+// the support tools.
+uint32_t readhostfile(const char* section, const char* key, const char* def, char* buffer,
+                      uint32_t size, const std::string& hostfile);
+int writehostfile(const char* section, const char* key, const char* value, const std::string& hostfile);
 }  // namespace profile
