@@ -100,7 +100,7 @@ void LoadDll::run(Operation op)
         std::ifstream in(p.path, std::ios::binary);
         if (p.kind != platform::HostPath::local || !in) return finish({errnofile, "Unable to read the image file " + file_});
         image.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-        if (image.empty()) return finish({errnofile, "The image file " + file_ + " is empty"});
+        if (image.empty()) return finish({errnofile, "Unable to read the image file " + file_});
     }
     auto link = opl::linkfor(port_);
     if (!link) return finish({errnoport, "Unable to open port " + com(port_)});
