@@ -168,22 +168,23 @@ bool Control::startdownload()
     }
     running_ = true;
     cancel_ = false;
-    worker_ = std::thread([this, l, path = out.path] { rundownload(l, path); });
+    worker_ = std::thread([this, l, path = out.path, target = target_, name = com(port_)] { rundownload(l, path, target, name); });
     return true;
 }
 
-void Control::rundownload(std::shared_ptr<Link> l, std::string hostfile)
+// Runs on the worker thread: it touches no member but the atomics, and posts its events.
+void Control::rundownload(std::shared_ptr<Link> l, std::string hostfile, std::string target, std::string name)
 {
     std::string failure;  // the error text, empty on success
     FILE* out = std::fopen(hostfile.c_str(), "wb");
     Frame f;
     Link::Result r = Link::ok;
     if (!out) {
-        failure = "Unable to write the download file " + target_;
+        failure = "Unable to write the download file " + target;
     } else if ((r = l->exchange(cmddownload, {}, f)) != Link::ok || f.command != (cmddownload | replybit) ||
                f.payload.size() != 5 || f.payload[0] != resok) {
-        failure = r == Link::timeout ? "No response from scanner on " + com(port_)
-                                     : "Communication error on " + com(port_);
+        failure = r == Link::timeout ? "No response from scanner on " + name
+                                     : "Communication error on " + name;
     } else {
         uint32_t count = getbe32(f.payload, 1), got = 0;
         bool writeok = true;
@@ -219,7 +220,7 @@ void Control::rundownload(std::shared_ptr<Link> l, std::string hostfile)
                     failure = "Download incomplete: " + std::to_string(got) + " of " + std::to_string(count) +
                               " lines received";
                 else if (!writeok)
-                    failure = "Unable to write the download file " + target_;
+                    failure = "Unable to write the download file " + target;
                 break;
             }
         }

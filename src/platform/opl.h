@@ -83,7 +83,7 @@ private:
     std::shared_ptr<Link> link();
     int fail(int status, const std::string& text);
     int request(uint8_t command, const std::vector<uint8_t>& payload, std::vector<uint8_t>& data, const char* what);
-    void rundownload(std::shared_ptr<Link> link, std::string hostfile);
+    void rundownload(std::shared_ptr<Link> link, std::string hostfile, std::string target, std::string com);
     void stopdownload();
     void post(std::function<void()> f);
 
