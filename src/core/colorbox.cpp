@@ -2,9 +2,9 @@
 
 #include "runtime/fault.h"
 
-QColor ColorBox(int index)
+QColor colorbox(int index)
 {
-    static const int rgb[17][3] = {
+    static const QColor palette[17] = {
         {255, 255, 192},  // 0 light yellow
         {192, 255, 192},  // 1 light green
         {255, 0, 0},      // 2 red
@@ -24,5 +24,5 @@ QColor ColorBox(int index)
         {255, 128, 0},    // 16 orange
     };
     if (index < 0 || index > 16) raisefault(fault::subscript);
-    return QColor(rgb[index][0], rgb[index][1], rgb[index][2]);
+    return palette[index];
 }

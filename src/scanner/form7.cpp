@@ -27,8 +27,8 @@ QPixmap ball(int image)
     p.fill(Qt::transparent);
     QPainter paint(&p);
     paint.setRenderHint(QPainter::Antialiasing);
-    paint.setBrush(ColorBox(colour[image >= 1 && image <= 5 ? image : 0]));
-    paint.setPen(ColorBox(7));
+    paint.setBrush(colorbox(colour[image >= 1 && image <= 5 ? image : 0]));
+    paint.setPen(colorbox(7));
     paint.drawEllipse(1, 1, 14, 14);
     return p;
 }
@@ -123,7 +123,7 @@ void Form7::setlabel1(const std::string& text, int colour)
 {
     Label1->setText(QString::fromLatin1(text.c_str()));
     QPalette p = Label1->palette();
-    p.setColor(QPalette::WindowText, ColorBox(colour));
+    p.setColor(QPalette::WindowText, colorbox(colour));
     Label1->setPalette(p);
     label1colour_ = colour;
 }

@@ -1,0 +1,197 @@
+#include "core/controls.h"
+
+#include <QGuiApplication>
+#include <QMouseEvent>
+#include <QScreen>
+
+#include "core/imagelists.h"
+#include "runtime/fault.h"
+
+int twips(int units)
+{
+    double dpi = 96.0;
+    if (auto screen = QGuiApplication::primaryScreen()) dpi = screen->logicalDotsPerInch();
+    return (int)(units * dpi / 1440.0 + (units >= 0 ? 0.5 : -0.5));
+}
+
+void adopt(QWidget& control, QWidget* screen, const char* name, int index)
+{
+    control.setParent(screen);
+    control.setObjectName(index < 0 ? QString(name) : QString("%1(%2)").arg(name).arg(index));
+}
+
+void place(QWidget& w, QWidget* screen, const char* name, int index, int left, int top, int width, int height)
+{
+    adopt(w, screen, name, index);
+    w.setGeometry(twips(left), twips(top), twips(width), twips(height));
+}
+
+void place(QWidget& w, QWidget* screen, const char* name, int left, int top, int width, int height)
+{
+    place(w, screen, name, -1, left, top, width, height);
+}
+
+// ---- ListBox -------------------------------------------------------------------------
+
+namespace {
+ListBox::Observer& observer()
+{
+    static ListBox::Observer o;
+    return o;
+}
+}  // namespace
+
+ListBox::ListBox(QWidget* parent) : QListWidget(parent) {}
+
+void ListBox::additem(const std::string& text)
+{
+    addItem(QString::fromLatin1(text.data(), (qsizetype)text.size()));
+    setCurrentRow(count() - 1);
+    if (observer()) observer()(*this, text);
+}
+
+void ListBox::removeitem(int index)
+{
+    if (index < 0 || index >= count()) raisefault(fault::invalidcall);
+    delete takeItem(index);
+}
+
+std::string ListBox::list(int index) const
+{
+    if (index < 0 || index >= count()) return {};
+    return QListWidget::item(index)->text().toLatin1().toStdString();
+}
+
+void ListBox::setlistindex(int index)
+{
+    if (index < -1 || index >= count()) raisefault(fault::invalidcall);
+    setCurrentRow(index);
+}
+
+void ListBox::setobserver(Observer o) { observer() = std::move(o); }
+
+void ListBox::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    QListWidget::mouseDoubleClickEvent(event);
+    emit doubleclicked();
+}
+
+// ---- Caption -------------------------------------------------------------------------
+
+Caption::Caption(QWidget* parent, const std::string& text) : QLabel(parent)
+{
+    setcaption(text);
+    setAutoFillBackground(false);
+}
+
+void Caption::setcaption(const std::string& text)
+{
+    setText(QString::fromLatin1(text.data(), (qsizetype)text.size()));
+}
+
+std::string Caption::caption() const { return text().toLatin1().toStdString(); }
+
+void Caption::setforecolor(const QColor& c)
+{
+    QPalette p = palette();
+    p.setColor(QPalette::WindowText, c);
+    setPalette(p);
+}
+
+QColor Caption::forecolor() const { return palette().color(QPalette::WindowText); }
+
+void Caption::setbold(bool on)
+{
+    QFont f = font();
+    f.setBold(on);
+    setFont(f);
+}
+
+bool Caption::bold() const { return font().bold(); }
+
+void Caption::mousePressEvent(QMouseEvent* event)
+{
+    QLabel::mousePressEvent(event);
+    if (event->button() == Qt::LeftButton) emit clicked();
+}
+
+// ---- PictureBox ----------------------------------------------------------------------
+
+PictureBox::PictureBox(QWidget* parent) : QLabel(parent) { setAlignment(Qt::AlignCenter); }
+
+void PictureBox::setpicture(const ImageList& list, int index)
+{
+    setPixmap(list.picture(index));
+    list_ = list.name();
+    index_ = index;
+}
+
+void PictureBox::mousePressEvent(QMouseEvent* event)
+{
+    QLabel::mousePressEvent(event);
+    if (event->button() == Qt::LeftButton) emit clicked();
+}
+
+// ---- Shape ---------------------------------------------------------------------------
+
+Shape::Shape(QWidget* parent) : QFrame(parent)
+{
+    setFrameShape(QFrame::Box);
+    setAutoFillBackground(true);
+}
+
+void Shape::setfillcolor(const QColor& c)
+{
+    QPalette p = palette();
+    p.setColor(QPalette::Window, c);
+    setPalette(p);
+}
+
+QColor Shape::fillcolor() const { return palette().color(QPalette::Window); }
+
+// ---- TextBox -------------------------------------------------------------------------
+
+TextBox::TextBox(QWidget* parent) : QLineEdit(parent) {}
+
+void TextBox::settext(const std::string& text)
+{
+    setText(QString::fromLatin1(text.data(), (qsizetype)text.size()));
+}
+
+std::string TextBox::value() const { return text().toLatin1().toStdString(); }
+
+// ---- ComboBox ------------------------------------------------------------------------
+
+ComboBox::ComboBox(QWidget* parent) : QComboBox(parent)
+{
+    setEditable(true);
+    setInsertPolicy(QComboBox::NoInsert);
+    connect(this, qOverload<int>(&QComboBox::activated), this, [this] { emit clicked(); });
+    connect(this, &QComboBox::editTextChanged, this, [this] { emit changed(); });
+}
+
+void ComboBox::additem(const std::string& text)
+{
+    const QString keep = currentText();
+    addItem(QString::fromLatin1(text.data(), (qsizetype)text.size()));
+    setEditText(keep);
+}
+
+std::string ComboBox::list(int index) const
+{
+    if (index < 0 || index >= count()) return {};
+    return itemText(index).toLatin1().toStdString();
+}
+
+void ComboBox::settext(const std::string& text)
+{
+    setEditText(QString::fromLatin1(text.data(), (qsizetype)text.size()));
+}
+
+std::string ComboBox::text() const { return currentText().toLatin1().toStdString(); }
+
+void ComboBox::focusOutEvent(QFocusEvent* event)
+{
+    QComboBox::focusOutEvent(event);
+    emit lostfocus();
+}

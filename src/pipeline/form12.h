@@ -1,0 +1,15 @@
+// Form12: the corrupt data screen, where the lines of a scanner whose clock was wrong are
+// shown and shifted before they are saved.
+#pragma once
+
+#include <QWidget>
+
+#include "core/controls.h"
+
+class Form12 : public QWidget {
+    Q_OBJECT
+public:
+    explicit Form12(QWidget* parent = nullptr);
+
+    ListBox List1;   // the lines under repair
+};
