@@ -59,11 +59,18 @@ void Line::vanish()
     if (master_ < 0) return;
     // What was sent reaches the other side before the line goes: wait (a while) until the
     // reader has taken it.
+    // The kernel moves written bytes to the reading side a little later, so the queue must
+    // stay empty for a while before it counts as taken.
     std::this_thread::sleep_until(txfree_);
     auto until = clock::now() + std::chrono::seconds(1);
+    auto emptysince = clock::now();
     int waiting = 0;
-    while (::ioctl(slave_, TIOCINQ, &waiting) == 0 && waiting > 0 && clock::now() < until)
+    while (clock::now() < until) {
+        if (::ioctl(slave_, TIOCINQ, &waiting) != 0) break;
+        if (waiting > 0) emptysince = clock::now();
+        else if (clock::now() - emptysince > std::chrono::milliseconds(30)) break;
         std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    }
     ::close(master_);
     ::close(slave_);
     master_ = slave_ = -1;
