@@ -62,6 +62,11 @@ struct Globals {
 
     // ---- scan data pipeline: line processing -----------------------------------------
     Int16 badcount;         // invalid and test lines of the last processdata or processdata2 run
+
+    // ---- scanner access: port status and the OPL 972x session marks -----------------------
+    FixedArray<Int16, 0, 3> portstatus;  // [i] 1: port of scanner i missing; [0] overall result
+    Int16 oplerror;         // 1 after an error event of the OPL 972x
+    Int16 opldone;          // 1 after the download complete event
 };
 
 // The program's shared block.
