@@ -63,6 +63,11 @@ struct Globals {
     // ---- scan data pipeline: line processing -----------------------------------------
     Int16 badcount;         // invalid and test lines of the last processdata or processdata2 run
 
+    // ---- scanner access: port status and the OPL 972x session marks -----------------------
+    FixedArray<Int16, 0, 3> portstatus;  // [i] 1: port of scanner i missing; [0] overall result
+    Int16 oplerror;         // 1 after an error event of the OPL 972x
+    Int16 opldone;          // 1 after the download complete event
+
     // ---- settings file and engineer list: the scanner test's marks -----------------------
     // Reset at each settings load; the port check of the setup screen keeps the last test's
     // result while the port is unchanged.
