@@ -9,7 +9,7 @@
 
 namespace {
 constexpr int addpicture = 11;
-constexpr int boxtop = 5640;   // the box's place under the list; without the list it moves up to 240
+constexpr int boxtop = 6240;   // the box's place under the list; without the list it moves up to 240
 }
 
 Form14::Form14(QWidget* parent) : QWidget(parent)
@@ -19,7 +19,7 @@ Form14::Form14(QWidget* parent) : QWidget(parent)
     resize(twips(4800), twips(listheight));
     place(Label2, this, "Label2", 120, 120, 4560, 280);
     Label2.setcaption("Select Engineer");
-    place(List1, this, "List1", 120, 420, 4560, 5040);
+    place(List1, this, "List1", 120, 420, 4560, 5640);
     place(Label1, this, "Label1", 120, boxtop + 40, 1560, 280);
     place(FitterID, this, "FitterID", 1680, boxtop, 1200, 315);
     place(Add, this, "Add", 3240, boxtop - 80, 720, 720);

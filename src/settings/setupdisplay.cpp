@@ -7,21 +7,23 @@
 #include "settings/form2.h"
 
 namespace {
-constexpr int litpicture = 1, dimpicture = 2;
+// A filled ball for on, an empty one for off.
+constexpr int litpicture = 3, dimpicture = 1;
 constexpr int coloron = 13, coloroff = 7;
 
 void subcaption(Caption& label, const char* text, int colour)
 {
     label.setcaption(text);
+    label.setbold(true);
     label.setforecolor(colorbox(colour));
 }
 }  // namespace
 
-void light(PictureBox& picture, bool on) { picture.setpicture(MiscIcons(), on ? litpicture : dimpicture); }
+void light(PictureBox& picture, bool on) { picture.setpicture(Balls(), on ? litpicture : dimpicture); }
 
 bool islit(const PictureBox& picture)
 {
-    return picture.picturelist() == MiscIcons().name() && picture.pictureindex() == litpicture;
+    return picture.picturelist() == Balls().name() && picture.pictureindex() == litpicture;
 }
 
 void paint(Shape& frame, int index) { frame.setfillcolor(colorbox(index)); }
