@@ -62,6 +62,10 @@ struct Globals {
 
     // ---- scan data pipeline: line processing -----------------------------------------
     Int16 badcount;         // invalid and test lines of the last processdata or processdata2 run
+
+    // ---- store location checks: the address validation ----------------------------------
+    Int16 iperror;          // 0 valid; 1 "0.0.0.0", 2 empty, 3 a dot out of place, 4 a bad octet
+    std::string ipnormal;   // the address with its octets as plain integers
 };
 
 // The program's shared block.
