@@ -34,13 +34,16 @@ void firstlines(const std::string& file, std::string& line1, std::string& line2)
     }
 }
 
-// Moves the BAR files present among 1..count to 1..n through TMP copies; returns n.
+// Moves the BAR files present among 1..count to 1..n through TMP copies; returns n. Each
+// file goes to the next free TMP name, so a TMP file that an interrupted repair left behind
+// is not overwritten: it joins the set with the others.
 long closegaps(Place place, long count, const FixedArray<bool, 1, 999>& missing)
 {
     long n = 0;
     for (long i = 1; i <= count; ++i) {
         if (missing[i]) continue;
-        ++n;
+        do ++n;
+        while (files::exists(formats::tmpfile(place, n)));
         files::copyfile(formats::barfile(place, i), formats::tmpfile(place, n));
         files::removefile(formats::barfile(place, i));
     }

@@ -8,6 +8,17 @@
 #include "platform/profile.h"
 
 class StoreTest : public PipelineTest {
+public:
+    // A BAR file's bytes: the section of `scanner`, key 000, then keys 001... for `lines`.
+    static std::string barbytes(const std::string& scanner, const std::string& header,
+                                const std::vector<std::string>& lines)
+    {
+        std::string b = "[000000" + scanner + "]\r\n000=" + header + "\r\n";
+        for (size_t i = 0; i < lines.size(); ++i) b += Format((long long)i + 1, "000") + "=" + lines[i] + "\r\n";
+        return b;
+    }
+    static std::string masterbytes(const std::string& count) { return "[FILES]\r\nFILES=" + count + "\r\n"; }
+
 protected:
     void SetUp() override
     {
@@ -30,16 +41,6 @@ protected:
     void put(const std::string& winpath, const std::string& bytes) { TempInstall::writefile(install.host(winpath), bytes); }
     std::string get(const std::string& winpath) const { return TempInstall::readfile(install.host(winpath)); }
     bool has(const std::string& winpath) const { return files::exists(winpath); }
-
-    // A BAR file's bytes: the section of `scanner`, key 000, then keys 001... for `lines`.
-    static std::string barbytes(const std::string& scanner, const std::string& header,
-                                const std::vector<std::string>& lines)
-    {
-        std::string b = "[000000" + scanner + "]\r\n000=" + header + "\r\n";
-        for (size_t i = 0; i < lines.size(); ++i) b += Format((long long)i + 1, "000") + "=" + lines[i] + "\r\n";
-        return b;
-    }
-    static std::string masterbytes(const std::string& count) { return "[FILES]\r\nFILES=" + count + "\r\n"; }
 
     // Today's log lines that carry `text`.
     long logcount(const std::string& text) const
