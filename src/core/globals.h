@@ -63,6 +63,11 @@ struct Globals {
     // ---- scan data pipeline: line processing -----------------------------------------
     Int16 badcount;         // invalid and test lines of the last processdata or processdata2 run
 
+    // ---- scanner access: port status and the OPL 972x session marks -----------------------
+    FixedArray<Int16, 0, 3> portstatus;  // [i] 1: port of scanner i missing; [0] overall result
+    Int16 oplerror;         // 1 after an error event of the OPL 972x
+    Int16 opldone;          // 1 after the download complete event
+
     // ---- store location checks: the address validation ----------------------------------
     Int16 iperror;          // 0 valid; 1 "0.0.0.0", 2 empty, 3 a dot out of place, 4 a bad octet
     std::string ipnormal;   // the address with its octets as plain integers

@@ -1,4 +1,5 @@
 #include "platform/dialogs.h"
+#include "runtime/vb.h"
 
 #include <QApplication>
 #include <QInputDialog>
@@ -64,25 +65,12 @@ std::string nameof(int result)
     return std::to_string(result);
 }
 
-std::string lower(std::string s)
-{
-    for (auto& c : s) c = (char)std::tolower((unsigned char)c);
-    return s;
-}
-
-std::string trim(const std::string& s)
-{
-    size_t b = s.find_first_not_of(" \t\r\n");
-    if (b == std::string::npos) return {};
-    return s.substr(b, s.find_last_not_of(" \t\r\n") - b + 1);
-}
-
 // A button of this box named by `answer` (its name or its result number), if any.
 std::optional<Button> buttonnamed(int flags, const std::string& answer)
 {
-    std::string want = lower(trim(answer));
+    std::string want = LCase(trimblanks(answer));
     for (const auto& b : buttonsof(flags))
-        if (lower(b.name) == want || std::to_string(b.result) == want) return b;
+        if (LCase(b.name) == want || std::to_string(b.result) == want) return b;
     return std::nullopt;
 }
 
@@ -163,7 +151,7 @@ void readanswers(State& s)
     int number = 0;
     while (std::getline(in, line)) {
         ++number;
-        std::string t = trim(line);
+        std::string t = trimblanks(line);
         if (t.empty() || t[0] == '#') continue;
         auto arrow = t.find("=>");
         if (arrow == std::string::npos) {
@@ -172,10 +160,10 @@ void readanswers(State& s)
         }
         Rule r;
         std::string left = t.substr(0, arrow);
-        r.answer = trim(t.substr(arrow + 2));
+        r.answer = trimblanks(t.substr(arrow + 2));
         auto bar = left.find('|');
-        r.title = lower(trim(left.substr(0, bar)));
-        if (bar != std::string::npos) r.part = lower(trim(left.substr(bar + 1)));
+        r.title = LCase(trimblanks(left.substr(0, bar)));
+        if (bar != std::string::npos) r.part = LCase(trimblanks(left.substr(bar + 1)));
         (r.part.empty() ? titlerules : s.rules).push_back(r);
     }
     s.rules.insert(s.rules.end(), titlerules.begin(), titlerules.end());
@@ -191,7 +179,7 @@ State& current()
 
 const Rule* rulefor(const State& s, const std::string& title, const std::string& text)
 {
-    std::string t = lower(title), body = lower(oneline(text));
+    std::string t = LCase(title), body = LCase(oneline(text));
     for (const auto& r : s.rules)
         if (r.title == t && (r.part.empty() || body.find(r.part) != std::string::npos)) return &r;
     return nullptr;

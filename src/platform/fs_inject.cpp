@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/files.h"
+#include "runtime/vb.h"
 #include "platform/fsys.h"
 
 namespace {
@@ -21,19 +22,13 @@ Injected& state()
     return s;
 }
 
-std::string lower(std::string s)
-{
-    for (auto& c : s) c = (char)std::tolower((unsigned char)c);
-    return s;
-}
-
 // p is `root` or lies below it. SMB names compare without regard to case.
 bool within(const platform::HostPath& p, const platform::HostPath& root, bool orself)
 {
     if (p.kind != root.kind || root.path.empty()) return false;
     bool smb = p.kind == platform::HostPath::smb;
-    std::string a = smb ? lower(p.path) : p.path;
-    std::string b = smb ? lower(root.path) : root.path;
+    std::string a = smb ? LCase(p.path) : p.path;
+    std::string b = smb ? LCase(root.path) : root.path;
     if (a == b) return orself;
     if (b.back() != '/') b += '/';
     return a.compare(0, b.size(), b) == 0;

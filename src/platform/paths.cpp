@@ -1,4 +1,5 @@
 #include "platform/paths.h"
+#include "runtime/vb.h"
 
 #include <cctype>
 #include <dirent.h>
@@ -22,20 +23,6 @@ Config& config()
     return c;
 }
 
-std::string lower(std::string s)
-{
-    for (auto& c : s) c = (char)std::tolower((unsigned char)c);
-    return s;
-}
-
-std::string trim(const std::string& s)
-{
-    size_t b = s.find_first_not_of(" \t\r\n");
-    if (b == std::string::npos) return {};
-    size_t e = s.find_last_not_of(" \t\r\n");
-    return s.substr(b, e - b + 1);
-}
-
 // platform.ini is a plain Linux configuration file: [section], key=value, ; or # comments.
 void readconfig(const std::string& file)
 {
@@ -44,16 +31,16 @@ void readconfig(const std::string& file)
     std::ifstream in(file);
     std::string line, section;
     while (std::getline(in, line)) {
-        line = trim(line);
+        line = trimblanks(line);
         if (line.empty() || line[0] == ';' || line[0] == '#') continue;
         if (line[0] == '[') {
             auto close = line.find(']');
-            section = lower(trim(line.substr(1, close == std::string::npos ? std::string::npos : close - 1)));
+            section = LCase(trimblanks(line.substr(1, close == std::string::npos ? std::string::npos : close - 1)));
             continue;
         }
         auto eq = line.find('=');
         if (eq == std::string::npos) continue;
-        values[section][lower(trim(line.substr(0, eq)))] = trim(line.substr(eq + 1));
+        values[section][LCase(trimblanks(line.substr(0, eq)))] = trimblanks(line.substr(eq + 1));
     }
 }
 
@@ -106,9 +93,9 @@ std::string lookup(std::string base, const std::vector<std::string>& parts)
         if (searching && !present(next)) {
             std::string found;
             if (DIR* d = ::opendir(base.c_str())) {
-                std::string want = lower(part);
+                std::string want = LCase(part);
                 while (dirent* e = ::readdir(d)) {
-                    if (lower(e->d_name) == want) {
+                    if (LCase(e->d_name) == want) {
                         found = e->d_name;
                         break;
                     }
@@ -125,7 +112,7 @@ std::string lookup(std::string base, const std::vector<std::string>& parts)
 
 bool startsnocase(const std::string& s, const std::string& prefix)
 {
-    return s.size() >= prefix.size() && lower(s.substr(0, prefix.size())) == lower(prefix);
+    return s.size() >= prefix.size() && LCase(s.substr(0, prefix.size())) == LCase(prefix);
 }
 
 }  // namespace
@@ -145,9 +132,9 @@ std::string hostdrivec() { return absolute(setting("drives", "C", "drive_c")); }
 std::string setting(const std::string& section, const std::string& key, const std::string& fallback)
 {
     const auto& values = config().values;
-    auto s = values.find(lower(section));
+    auto s = values.find(LCase(section));
     if (s == values.end()) return fallback;
-    auto k = s->second.find(lower(key));
+    auto k = s->second.find(LCase(key));
     return k == s->second.end() ? fallback : k->second;
 }
 
@@ -163,7 +150,7 @@ HostPath resolve(const std::string& winpath)
         std::string share = "\\\\" + parts[0] + "\\" + parts[1];
         std::vector<std::string> rest(parts.begin() + 2, parts.end());
         for (const auto& [key, folder] : config().values["shares"]) {
-            if (key == lower(share)) return {HostPath::local, lookup(absolute(folder), rest)};
+            if (key == LCase(share)) return {HostPath::local, lookup(absolute(folder), rest)};
         }
         std::string url = "smb://" + parts[0] + "/" + parts[1];
         for (const auto& r : rest) url += "/" + r;

@@ -69,6 +69,13 @@ std::string RTrim(std::string_view s)
 
 std::string Trim(std::string_view s) { return LTrim(RTrim(s)); }
 
+std::string trimblanks(std::string_view s)
+{
+    size_t b = s.find_first_not_of(" \t\r\n");
+    if (b == std::string_view::npos) return {};
+    return std::string(s.substr(b, s.find_last_not_of(" \t\r\n") - b + 1));
+}
+
 std::string Space(long n)
 {
     if (n < 0) raisefault(fault::invalidcall);

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <type_traits>
 #include <string>
 #include <string_view>
 
@@ -24,6 +25,8 @@ std::string LCase(std::string_view s);
 std::string Trim(std::string_view s);
 std::string LTrim(std::string_view s);
 std::string RTrim(std::string_view s);
+// Trim of blanks, tabs and line ends (configuration and answers files).
+std::string trimblanks(std::string_view s);
 std::string Space(long n);
 std::string String(long n, char c);
 std::string Chr(int code);          // code outside 0..255 raises 5
@@ -94,6 +97,11 @@ using Int32 = Checked<int32_t>;
 template <typename T, long Lo, long Hi>
 class FixedArray {
 public:
+    FixedArray()
+    {
+        if constexpr (std::is_scalar_v<T>)
+            for (auto& x : items_) x = T{};
+    }
     T& operator[](long i) { check(i); return items_[i - Lo]; }
     const T& operator[](long i) const { check(i); return items_[i - Lo]; }
     static constexpr long lbound() { return Lo; }
@@ -102,5 +110,5 @@ public:
 
 private:
     static void check(long i) { if (i < Lo || i > Hi) raisefault(fault::subscript); }
-    T items_[Hi - Lo + 1]{};
+    T items_[Hi - Lo + 1];
 };

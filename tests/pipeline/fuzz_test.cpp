@@ -81,8 +81,9 @@ protected:
             EXPECT_EQ(box.text.rfind("An unexpected error had occured while attempting to process the data from the "
                                      "scanner! Error : ", 0), 0u) << what;
         }
-        if (!dialogs::transcript().empty())
+        if (!dialogs::transcript().empty()) {
             EXPECT_EQ(loglines().back().rfind("processdata: Unexpected error. Error : ", 0), 0u) << what;
+        }
     }
 
     void run(int scannertype, bool repair, long count)

@@ -120,7 +120,7 @@ TEST_F(ProcessData, EachOplFormInBothRunnings)
         EXPECT_EQ(seen[1], std::string("M: ") + r.normaltext);
         EXPECT_EQ(g().outcount, valid ? 1 : 0);
         EXPECT_EQ(g().badcount, valid ? 0 : 1);
-        if (valid) EXPECT_EQ(g().outlines[1], r.outline);
+        if (valid) { EXPECT_EQ(g().outlines[1], r.outline); }
         EXPECT_EQ(g().reviewlines[r.reviewindex], "") << "normal running leaves the repair table alone";
 
         runopl({r.line}, true);
@@ -354,7 +354,7 @@ TEST_F(ProcessData, EachRecordForm)
         ASSERT_GE(seen.size(), 2u);
         EXPECT_EQ(seen[1], std::string("M: ") + r.normaltext);
         EXPECT_EQ(g().outcount, *r.outline ? 1 : 0);
-        if (*r.outline) EXPECT_EQ(g().outlines[1], r.outline);
+        if (*r.outline) { EXPECT_EQ(g().outlines[1], r.outline); }
     }
 }
 

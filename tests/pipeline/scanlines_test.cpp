@@ -48,7 +48,7 @@ TEST(OplLines, FormsCanonicalLinesTextsAndReviews)
 {
     for (const auto& r : oplrows) {
         SCOPED_TRACE(r.legend);
-        if (!r.line.empty()) EXPECT_EQ(linekindof(r.line), r.kind);
+        if (!r.line.empty()) { EXPECT_EQ(linekindof(r.line), r.kind); }
         EXPECT_EQ(badlength(r.line, r.kind), r.bad);
         if (r.bad) continue;
         EXPECT_EQ(istestline(r.line, r.kind), r.test);

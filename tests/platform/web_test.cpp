@@ -10,35 +10,10 @@
 
 #include "platform/files.h"
 #include "platform/web.h"
+#include "support/loopback.h"
 #include "support/tempinstall.h"
 
 namespace {
-
-// A loopback port that nothing listens on at the moment of asking.
-int freeport()
-{
-    int fd = ::socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in a{};
-    a.sin_family = AF_INET;
-    a.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    ::bind(fd, (sockaddr*)&a, sizeof a);
-    socklen_t len = sizeof a;
-    ::getsockname(fd, (sockaddr*)&a, &len);
-    ::close(fd);
-    return ntohs(a.sin_port);
-}
-
-bool listening(int port)
-{
-    int fd = ::socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in a{};
-    a.sin_family = AF_INET;
-    a.sin_port = htons((uint16_t)port);
-    a.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    bool ok = ::connect(fd, (sockaddr*)&a, sizeof a) == 0;
-    ::close(fd);
-    return ok;
-}
 
 // The web host: Python's own HTTP server on loopback, serving a folder of support files.
 struct Web : ::testing::Test {

@@ -1,5 +1,7 @@
 #include "support/smbserver.h"
 
+#include "support/loopback.h"
+
 #include <QDir>
 #include <QFile>
 #include <QThread>
@@ -9,21 +11,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace {
-
-bool listening(int port)
-{
-    int s = ::socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in a{};
-    a.sin_family = AF_INET;
-    a.sin_port = htons((uint16_t)port);
-    a.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    bool ok = ::connect(s, (sockaddr*)&a, sizeof a) == 0;
-    ::close(s);
-    return ok;
-}
-
-}  // namespace
 
 SmbServer::SmbServer()
 {

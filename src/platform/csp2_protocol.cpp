@@ -1,0 +1,231 @@
+#include "platform/csp2_protocol.h"
+
+#include "platform/crc16.h"
+
+namespace csp {
+namespace {
+
+void appendcrc(Bytes& b)
+{
+    uint16_t c = crc16(b.data(), b.size());
+    b.push_back((uint8_t)(c >> 8));
+    b.push_back((uint8_t)(c & 0xFF));
+}
+
+bool crcok(const uint8_t* p, size_t n)
+{
+    uint16_t c = crc16(p, n - 2);
+    return p[n - 2] == (uint8_t)(c >> 8) && p[n - 1] == (uint8_t)(c & 0xFF);
+}
+
+bool statusbyte(uint8_t b)
+{
+    return b == statusok || b == statusunsupported || b == statuscrc || b == statuscharacter ||
+           b == statusgeneral;
+}
+
+// Scans a length-framed frame whose head passes `goodhead`.
+template <typename HeadTest>
+Scan scanframe(const uint8_t* buf, size_t n, bool extended, bool requestlimits, HeadTest goodhead)
+{
+    Scan s;
+    size_t i = 0;
+    // Skip to the first place where a head is followed by STX (or could be, at the end).
+    while (i < n) {
+        if (goodhead(buf[i]) && (i + 1 >= n || buf[i + 1] == stx)) break;
+        ++i;
+    }
+    s.skipped = i;
+    const uint8_t* f = buf + i;
+    size_t have = n - i;
+    if (have < 3) {
+        s.need = 3 - have;
+        return s;
+    }
+    s.head = f[0];
+    uint8_t lb = f[2];
+    if (requestlimits && (lb & 0xE0)) {
+        s.state = Scan::badframe;
+        s.used = i + 3;
+        return s;
+    }
+    size_t len = (size_t)(lb & 0x1F) + (extended ? 32u * (lb >> 5) : 0u);
+    size_t total = 3 + len + (len > 0 ? 1 : 0) + 2;
+    if (have < total) {
+        s.need = total - have;
+        return s;
+    }
+    s.used = i + total;
+    if (!crcok(f, total)) {
+        s.state = Scan::badcrc;
+        return s;
+    }
+    s.payload.assign(f + 3, f + 3 + len);
+    s.state = Scan::complete;
+    return s;
+}
+
+}  // namespace
+
+bool knowncommand(uint8_t c)
+{
+    return c == cmdinterrogate || c == cmdcleardata || c == cmdsetparam || c == cmdpowerdown ||
+           c == cmdupload || c == cmdgetparam || c == cmdsettime || c == cmdgettime;
+}
+
+uint8_t replyhead(uint8_t command, const Quirks& q)
+{
+    return q.replyhead == ReplyHead::echo ? command : statusok;
+}
+
+Bytes frame(uint8_t head, const Bytes& payload)
+{
+    Bytes b{head, stx, (uint8_t)((payload.size() & 0x1F) | ((payload.size() / 32) << 5))};
+    b.insert(b.end(), payload.begin(), payload.end());
+    if (!payload.empty()) b.push_back(0x00);
+    appendcrc(b);
+    return b;
+}
+
+Scan scanreply(const uint8_t* buf, size_t n, uint8_t command, const Quirks& q)
+{
+    bool echo = q.replyhead == ReplyHead::echo;
+    Scan s = scanframe(buf, n, q.extendedlength, false, [&](uint8_t b) {
+        return echo ? b == command : statusbyte(b);
+    });
+    if (s.state == Scan::complete && !echo && s.head != statusok) s.state = Scan::refused;
+    return s;
+}
+
+Scan scanrequest(const uint8_t* buf, size_t n)
+{
+    return scanframe(buf, n, false, true, [](uint8_t b) { return knowncommand(b); });
+}
+
+// ---- upload reply --------------------------------------------------------------------
+
+UploadReader::UploadReader(const Quirks& q) : q_(q) { want_ = 2; }
+
+size_t UploadReader::need() const
+{
+    if (state_ != reading) return 0;
+    return want_ - current_.size();
+}
+
+void UploadReader::feed(const uint8_t* p, size_t n)
+{
+    for (size_t i = 0; i < n && state_ == reading; ++i) take(p[i]);
+}
+
+void UploadReader::take(uint8_t b)
+{
+    current_.push_back(b);
+    if (current_.size() < want_) return;
+    switch (step_) {
+    case head: {
+        bool echo = q_.replyhead == ReplyHead::echo;
+        bool good = echo ? current_[0] == cmdupload : statusbyte(current_[0]);
+        if (!good || current_[1] != stx) {
+            current_.erase(current_.begin());  // leading garbage: slide by one
+            ++skipped_;
+            return;
+        }
+        if (!echo && current_[0] != statusok) {
+            state_ = refused;
+            return;
+        }
+        frame_ = current_;
+        step_ = serialno;
+        want_ = serialsize;
+        break;
+    }
+    case serialno:
+        serial_ = current_;
+        frame_.insert(frame_.end(), current_.begin(), current_.end());
+        step_ = length;
+        want_ = 1;
+        break;
+    case length:
+        frame_.push_back(b);
+        if (b == 0) {
+            step_ = crc;
+            want_ = 2;
+        } else if (b < recordoverhead) {
+            state_ = badframe;
+            return;
+        } else {
+            step_ = body;
+            want_ = b;
+            records_.push_back(Bytes{b});
+        }
+        break;
+    case body:
+        frame_.insert(frame_.end(), current_.begin(), current_.end());
+        records_.back().insert(records_.back().end(), current_.begin(), current_.end());
+        step_ = length;
+        want_ = 1;
+        break;
+    case crc: {
+        uint16_t c = crc16(frame_.data(), frame_.size());
+        state_ = (current_[0] == (uint8_t)(c >> 8) && current_[1] == (uint8_t)(c & 0xFF)) ? done : badcrc;
+        break;
+    }
+    }
+    current_.clear();
+}
+
+Bytes uploadreply(const Bytes& serial, const std::vector<Bytes>& records, const Quirks& q)
+{
+    Bytes b{replyhead(cmdupload, q), stx};
+    Bytes sn = serial;
+    sn.resize(serialsize, 0);
+    b.insert(b.end(), sn.begin(), sn.end());
+    for (const auto& r : records) b.insert(b.end(), r.begin(), r.end());
+    b.push_back(0x00);
+    appendcrc(b);
+    return b;
+}
+
+// ---- payloads ------------------------------------------------------------------------
+
+Bytes identitypayload(const Identity& id)
+{
+    Bytes b{id.status};
+    Bytes sn = id.serial;
+    sn.resize(serialsize, 0);
+    b.insert(b.end(), sn.begin(), sn.end());
+    std::string v = id.version;
+    v.resize(versionsize, ' ');
+    b.insert(b.end(), v.begin(), v.end());
+    return b;
+}
+
+bool parseidentity(const Bytes& p, Identity& id)
+{
+    if (p.size() < 1 + serialsize + versionsize) return false;
+    id.status = p[0];
+    id.serial.assign(p.begin() + 1, p.begin() + 1 + serialsize);
+    id.version.assign(p.begin() + 1 + serialsize, p.begin() + 1 + serialsize + versionsize);
+    return true;
+}
+
+Bytes packstamp(const Stamp& s)
+{
+    uint32_t v = ((uint32_t)(s.second & 63) << 26) | ((uint32_t)(s.minute & 63) << 20) |
+                 ((uint32_t)(s.hour & 31) << 15) | ((uint32_t)(s.day & 31) << 10) |
+                 ((uint32_t)(s.month & 15) << 6) | (uint32_t)(s.year & 63);
+    return Bytes{(uint8_t)(v >> 24), (uint8_t)(v >> 16), (uint8_t)(v >> 8), (uint8_t)v};
+}
+
+Bytes makerecord(uint8_t codetype, const std::string& barcode, const Stamp& s)
+{
+    Bytes r;
+    r.reserve(barcode.size() + recordoverhead + 1);
+    r.push_back((uint8_t)(barcode.size() + recordoverhead));
+    r.push_back(codetype);
+    for (char c : barcode) r.push_back((uint8_t)c);
+    for (uint8_t b : packstamp(s)) r.push_back(b);
+    return r;
+}
+
+}  // namespace csp
