@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 
 #include "core/imagelists.h"
+#include "scanner/checkscanners.h"
 
 Form11::Form11(QWidget* parent) : QWidget(parent)
 {
@@ -12,12 +13,16 @@ Form11::Form11(QWidget* parent) : QWidget(parent)
     place(Image1, this, "Image1", 120, 120, 720, 720);
     Image1.setpicture(MiscIcons(), 2);
     place(Label1, this, "Label1", 960, 300, 3120, 360);
+
+    auto& ports = checkscannersdisplay();
+    ports.showbusy = [](const std::string& text, int image) { form11().showbusy(text, image); };
+    ports.hidebusy = [] { form11().hidebusy(); };
 }
 
-void Form11::showbusy(const std::string& text)
+void Form11::showbusy(const std::string& text, int image)
 {
     Label1.setcaption(text);
-    Image1.setpicture(MiscIcons(), 2);
+    Image1.setpicture(MiscIcons(), image);
     show();
     repaint();
     QCoreApplication::processEvents();

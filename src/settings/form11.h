@@ -6,14 +6,15 @@
 
 #include "core/controls.h"
 
+// Made on first use; it then shows the port check's progress as well.
 class Form11 : public QWidget {
     Q_OBJECT
 public:
     explicit Form11(QWidget* parent = nullptr);
 
-    // Shows `text` in Label1 with image 2 of MiscIcons, shows and refreshes the box, lets
+    // Shows `text` in Label1 with an image of MiscIcons, shows and refreshes the box, lets
     // events run.
-    void showbusy(const std::string& text);
+    void showbusy(const std::string& text, int image = 2);
     void hidebusy();
 
     Caption Label1;

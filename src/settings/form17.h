@@ -8,12 +8,15 @@
 #include "core/controls.h"
 #include "runtime/vb.h"
 
+// Made on first use; from then on the port check shows its rows here and on the setup
+// screen.
 class Form17 : public QWidget {
     Q_OBJECT
 public:
     explicit Form17(QWidget* parent = nullptr);
 
-    // Runs the checks in a row; each writes its own result into the screen.
+    // Runs the store check and the port check in a row; each writes its own result into
+    // the screen.
     void runtests();
     // The store check's result: StoreStatus, the picture Status(0), and Label1 in ColorBox
     // 4 when good or 2 when not.

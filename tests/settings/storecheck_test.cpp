@@ -317,3 +317,21 @@ TEST_F(StoreCheck, ServerIpRecheckOnlyForANewAddress)
     checkserverip();
     EXPECT_EQ(logcount("Store Location Valid And Writable"), 3);
 }
+
+TEST_F(StoreCheck, SystemCheckScreenRunsTheStoreAndPortChecks)
+{
+    g().savetype = 0;
+    g().scannerused[1] = 1;
+    g().scannerport[1] = 3;   // no COM3 on this machine
+    g().scannerused[2] = 0;
+    g().scannerused[3] = 0;
+    form17().runtests();
+    EXPECT_EQ(form17().StoreStatus.caption(), "Store Location Valid And Writable");
+    EXPECT_EQ(form17().ScanPort[1].caption(), "COM3");
+    EXPECT_EQ(form17().ScanStatus[1].caption(), "Scanner COM Port Does Not Exist");
+    EXPECT_EQ(form17().ScanStatus[2].caption(), "Scanner not in use");
+    EXPECT_EQ(form17().Status[1].pictureindex(), 1);
+    EXPECT_EQ(form17().Label3.forecolor(), colorbox(2));
+    EXPECT_EQ(form2().PortBox[1].fillcolor(), colorbox(2));
+    EXPECT_FALSE(form11().isVisible());
+}
