@@ -158,15 +158,6 @@ TEST_F(StoreCheck, MissingProbeFileReadsAsABadStore)
     EXPECT_EQ(logcount("checkstorelocation: Error Writing To Local Folder"), 2);
 }
 
-TEST_F(StoreCheck, ReadOnlyLocalFolderFailsBatchModeBeforeTheServer)
-{
-    g().savetype = 2;
-    files::inject::readonlyfolder("c:\\tarnbc");
-    checkstorelocation();
-    EXPECT_EQ(g().storestate, 1);
-    EXPECT_EQ(light(1), 0);
-}
-
 TEST_F(StoreCheck, DirectModeProvesTheShare)
 {
     for (int savetype : {1, 2}) {
