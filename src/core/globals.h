@@ -68,6 +68,10 @@ struct Globals {
     Int16 oplerror;         // 1 after an error event of the OPL 972x
     Int16 opldone;          // 1 after the download complete event
 
+    // ---- store location checks: the address validation ----------------------------------
+    Int16 iperror;          // 0 valid; 1 "0.0.0.0", 2 empty, 3 a dot out of place, 4 a bad octet
+    std::string ipnormal;   // the address with its octets as plain integers
+
     // ---- settings file and engineer list: the scanner test's marks -----------------------
     // Reset at each settings load; the port check of the setup screen keeps the last test's
     // result while the port is unchanged.
