@@ -3,6 +3,7 @@
 #include <QGuiApplication>
 #include <QMouseEvent>
 #include <QScreen>
+#include <QSignalBlocker>
 
 #include "core/imagelists.h"
 #include "runtime/fault.h"
@@ -179,7 +180,10 @@ ComboBox::ComboBox(QWidget* parent) : QComboBox(parent)
 
 void ComboBox::additem(const std::string& text)
 {
+    // Adding a row leaves the text as it was; the first row of an empty list must not pass
+    // through it on the way, or a change of text is seen that never happened.
     const QString keep = currentText();
+    const QSignalBlocker quiet(this);
     addItem(QString::fromLatin1(text.data(), (qsizetype)text.size()));
     setEditText(keep);
 }

@@ -90,7 +90,7 @@ void listfiles()
         }
 
         n = 7;
-        if (s.chkrogue == 1) {
+        if (s.chkrogue == "1") {
             n = 71;
             if (s.savetype == 1) {
                 n = 72;

@@ -81,7 +81,7 @@ void Form28::listerrorfiles()
             if (local > 1) List1.additem("There are " + CStr((long long)local) + " outstanding local files");
         }
 
-        if (s.chkrogue == 1 && s.savetype > 0 && s.storedown == 0) {
+        if (s.chkrogue == "1" && s.savetype > 0 && s.storedown == 0) {
             for (long i = filecount + 1; i <= formats::roguelimit; ++i) {
                 const std::string file = formats::barfile(Place::store, i);
                 if (files::exists(file)) List2.additem(entry(i, file, true));

@@ -1,11 +1,13 @@
 #include "settings/checkfitterfile.h"
 
+#include "core/colorbox.h"
 #include "core/globals.h"
 #include "core/logs.h"
 #include "platform/files.h"
 #include "settings/englines.h"
 #include "settings/form2.h"
-#include "settings/settingsdisplay.h"
+#include "settings/form17.h"
+#include "settings/lights.h"
 #include "settings/setupdisplay.h"
 
 namespace {
@@ -13,7 +15,8 @@ namespace {
 void report(const std::string& status, int frame, bool good)
 {
     paint(form2().Shape1[10], frame);
-    if (settingsdisplay().fitterstatus) settingsdisplay().fitterstatus(status, good);
+    form17().FitterStatus.setcaption(status);
+    showlight(form17().Status[2], good ? Light::good : Light::fault);
 }
 
 // The list was proved: try the file where it lives, and for PC Copy take the server's
@@ -39,7 +42,7 @@ void checkfitterfile()
     s.fitterstatus = 0;
     if (provefile()) {
         report("No problems detected", boxgood, true);
-        if (settingsdisplay().fitterlabel) settingsdisplay().fitterlabel(4);
+        form17().Label5.setforecolor(colorbox(4));
         return;
     }
 

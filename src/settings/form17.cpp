@@ -9,6 +9,7 @@
 #include "pipeline/form1.h"
 #include "pipeline/screens.h"
 #include "scanner/checkscanners.h"
+#include "settings/checkfitterfile.h"
 #include "settings/form2.h"
 #include "settings/lights.h"
 #include "settings/storecheck.h"
@@ -77,10 +78,10 @@ Form17::Form17(QWidget* parent) : QWidget(parent)
 
 void Form17::runtests()
 {
-    // Each check fills in its own rows of the screen. The engineer list check follows the
-    // port check here.
+    // Each check fills in its own rows of the screen.
     checkstorelocation();
     checkscanners();
+    checkfitterfile();
 }
 
 void Form17::showstore(bool good, const std::string& text)

@@ -1,15 +1,13 @@
 #include "settings/settingsload.h"
 
-#include <QCoreApplication>
-
 #include "core/globals.h"
 #include "core/logs.h"
 #include "platform/dialogs.h"
 #include "platform/profile.h"
 #include "runtime/vb.h"
 #include "settings/form2.h"
+#include "settings/form11.h"
 #include "settings/form3.h"
-#include "settings/settingsdisplay.h"
 #include "settings/settingsread.h"
 #include "settings/setupboxes.h"
 #include "settings/setupdisplay.h"
@@ -121,12 +119,8 @@ void readcompany(SettingsReader& reader)
 
 void settingsfromfile()
 {
-    auto& show = settingsdisplay();
     try {
-        if (g().commandline != "startup" && g().testmode == 0) {
-            if (show.showbusy) show.showbusy("Loading Settings", 2);
-            QCoreApplication::processEvents();
-        }
+        if (g().commandline != "startup" && g().testmode == 0) form11().showbusy("Loading Settings");
         getcoms();
         SettingsReader reader;
         for (int i = 1; i <= 3; ++i) readscanner(reader, i);
@@ -134,7 +128,7 @@ void settingsfromfile()
         readlocation(reader);
         readcompany(reader);
         readchkrogue(reader);
-        if (show.hidebusy) show.hidebusy();
+        form11().hidebusy();
     } catch (const std::exception& e) {
         const Fault f = Fault::from(e);
         MsgBox("An error occured loading the settings from file!", vbExclamation, "Error Loading Settings");

@@ -8,6 +8,7 @@
 #include "core/logs.h"
 #include "pipeline/formats.h"
 #include "platform/files.h"
+#include "settings/checkfitterfile.h"
 #include "settings/form11.h"
 #include "settings/form17.h"
 #include "settings/form2.h"
@@ -144,7 +145,6 @@ void checkserverip()
     Globals& s = g();
     if (s.serverip == s.lastgoodip) return;
     checkstorelocation();
-    // With the store good, or the engineer list kept on the PC, the engineer list check
-    // follows here; otherwise the engineer data box shows the fault.
-    if (!(s.fittertype == 0 || s.storestate == 0)) form2().Shape1[10].setfillcolor(lightcolour(Light::fault));
+    if (s.fittertype == 0 || s.storestate == 0) checkfitterfile();
+    else form2().Shape1[10].setfillcolor(lightcolour(Light::fault));
 }

@@ -131,7 +131,7 @@ TEST_F(ListFiles, RogueFilesOnTheServer)
 {
     g().savetype = 1;
     g().storedown = 0;
-    g().chkrogue = 1;
+    g().chkrogue = "1";
     put(storemaster, masterbytes("002"));
     put(storebar(1), barof("123", 1));
     put(storebar(2), barof("456", 1));
@@ -150,11 +150,11 @@ TEST_F(ListFiles, RogueFilesOnTheServer)
     EXPECT_FALSE(form28().isVisible());
     EXPECT_EQ(rows().size(), 2u);
 
-    g().chkrogue = 0;
+    g().chkrogue = "0";
     listfiles();
     EXPECT_EQ(boxes("Rogue Data Files").size(), 1u) << "nothing is looked at";
 
-    g().chkrogue = 1;
+    g().chkrogue = "1";
     dialogs::queueanswer(vbYes);
     listfiles();
     EXPECT_TRUE(form28().isVisible());
@@ -164,7 +164,7 @@ TEST_F(ListFiles, RogueFilesOnTheServer)
 
 TEST_F(ListFiles, RoguesAreLookedForOnlyInDirectModeWithTheStoreUp)
 {
-    g().chkrogue = 1;
+    g().chkrogue = "1";
     put(storebar(1), barof("123", 1));
     for (int savetype : {0, 2, 3}) {
         g().savetype = savetype;

@@ -36,7 +36,7 @@ protected:
     {
         g().savetype = 1;
         g().storedown = 0;
-        g().chkrogue = 1;
+        g().chkrogue = "1";
     }
     std::vector<std::string> left() const { return items(form28().List1); }
     std::vector<std::string> right() const { return items(form28().List2); }
@@ -91,7 +91,7 @@ TEST_F(FileEditor, ModesAndEmptySets)
         g().savetype = r.savetype;
         g().storedown = r.storedown;
         g().storestate = r.storedown ? 3 : 0;
-        g().chkrogue = r.chkrogue;
+        g().chkrogue = r.chkrogue ? "1" : "0";
         form28().listerrorfiles();
         EXPECT_EQ(left(), r.left);
         EXPECT_EQ(right().size(), r.rogues);

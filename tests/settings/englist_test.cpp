@@ -10,7 +10,7 @@
 #include "settings/form2.h"
 #include "settings/form4.h"
 #include "settings/form5.h"
-#include "settings/settingsdisplay.h"
+#include "settings/form17.h"
 #include "settings/setupdisplay.h"
 
 namespace {
@@ -22,18 +22,9 @@ protected:
         SettingsTest::SetUp();
         share = install.addshare("\\\\10.0.0.5\\tagstore");
         g().serverip = "10.0.0.5";
-        shown.clear();
-        settingsdisplay().fitterstatus = [this](const std::string& status, bool good) {
-            shown = status + (good ? " (good)" : " (fault)");
-        };
+        form17().FitterStatus.setcaption("");
         for (QWidget* w : {(QWidget*)&form4(), (QWidget*)&form5(), (QWidget*)&form14()}) w->hide();
     }
-    void TearDown() override
-    {
-        settingsdisplay() = SettingsDisplay{};
-        SettingsTest::TearDown();
-    }
-
     void writelist(const std::string& text) const { TempInstall::writefile(local("ENGLST.TXT"), text); }
     std::string list() const { return TempInstall::readfile(local("ENGLST.TXT")); }
     void writeserverlist(const std::string& text) const { TempInstall::writefile(share + "/ENGLST.TXT", text); }
@@ -52,8 +43,16 @@ protected:
         form5().updatedata();
     }
 
+    // The engineer row of the system check screen: its text and its light.
+    static std::string shown()
+    {
+        const Form17& f = form17();
+        if (f.FitterStatus.caption().empty()) return "";
+        const bool good = f.Status[2].picturelist() == "ColorIcons" && f.Status[2].pictureindex() == 2;
+        return f.FitterStatus.caption() + (good ? " (good)" : " (fault)");
+    }
+
     std::string share;
-    std::string shown;   // what the system check screen was told
 };
 
 using Rows = std::vector<std::string>;
@@ -109,7 +108,7 @@ TEST_F(EngineerList, CheckfitterfileOnALocalList)
     EXPECT_TRUE(files::exists("c:\\tarnbc\\ENGLST.TXT"));
     EXPECT_EQ(list(), "");
     EXPECT_EQ(f.Shape1[10].fillcolor(), colorbox(6));
-    EXPECT_EQ(shown, "No problems detected (good)");
+    EXPECT_EQ(shown(), "No problems detected (good)");
     EXPECT_EQ(loglines(), Rows{"checkfitterfile: No problems detected"});
 
     checkfitterfile();   // the file is there: no log line
@@ -135,14 +134,14 @@ TEST_F(EngineerList, CheckfitterfileOnADirectList)
     g().storestate = 4;
     checkfitterfile();
     EXPECT_EQ(g().fitterstatus, 1);
-    EXPECT_EQ(shown, "Problem with server IP address / share (fault)");
+    EXPECT_EQ(shown(), "Problem with server IP address / share (fault)");
     EXPECT_EQ(f.Shape1[10].fillcolor(), colorbox(boxfault));
 
     g().storestate = 0;
     files::removefile("\\\\10.0.0.5\\tagstore\\ENGLST.TXT");
     checkfitterfile();
     EXPECT_EQ(g().fitterstatus, 1);
-    EXPECT_EQ(shown, "Unable to locate engineer data file on server (fault)");
+    EXPECT_EQ(shown(), "Unable to locate engineer data file on server (fault)");
     EXPECT_FALSE(files::exists("c:\\tarnbc\\ENGLST.TXT"));   // Direct never makes a local file
     EXPECT_EQ(loglines(), (Rows{"checkfitterfile: Problem with server IP address / share",
                                 "checkfitterfile: Unable to locate engineer data file on server"}));
@@ -159,7 +158,7 @@ TEST_F(EngineerList, CheckfitterfileOnAPcCopy)
     g().storestate = 3;   // server down, copy present: still a problem, the copy stays
     checkfitterfile();
     EXPECT_EQ(g().fitterstatus, 1);
-    EXPECT_EQ(shown, "Unable to locate engineer data file on server (fault)");
+    EXPECT_EQ(shown(), "Unable to locate engineer data file on server (fault)");
     EXPECT_EQ(list(), "1,1,Ann\r\n");
 
     // The list stays shut from the setup screen while the check says 1.
@@ -171,7 +170,7 @@ TEST_F(EngineerList, CheckfitterfileOnAPcCopy)
     files::removefile("c:\\tarnbc\\ENGLST.TXT");
     checkfitterfile();   // and no copy either: an empty file is made, which is no copy
     EXPECT_EQ(g().fitterstatus, 2);
-    EXPECT_EQ(shown, "Problem with server file, and no local file (fault)");
+    EXPECT_EQ(shown(), "Problem with server file, and no local file (fault)");
     EXPECT_TRUE(files::exists("c:\\tarnbc\\ENGLST.TXT"));
     checkfitterfile();
     EXPECT_EQ(g().fitterstatus, 1);
@@ -362,7 +361,7 @@ TEST_F(EngineerList, OpeningTheListFromTheSetupScreen)
     g().storestate = 2;
     openengineerlist();   // a Direct list behind a bad store is not even checked
     EXPECT_TRUE(form4().isHidden());
-    EXPECT_EQ(shown, "");
+    EXPECT_EQ(shown(), "");
 
     g().fittertype = 0;
     g().storestate = 0;

@@ -1,7 +1,0 @@
-#include "settings/settingsdisplay.h"
-
-SettingsDisplay& settingsdisplay()
-{
-    static SettingsDisplay d;
-    return d;
-}
