@@ -13,9 +13,7 @@
 #include "settings/form4.h"
 #include "settings/form5.h"
 #include "settings/settingscreate.h"
-#include "settings/setupboxes.h"
-#include "settings/setupdisplay.h"
-#include "settings/setupports.h"
+#include "settings/settingsload.h"
 
 namespace {
 
@@ -49,32 +47,21 @@ protected:
     Pty com3, com5;
 };
 
-TEST_F(SettingsScreens, SetupScreen)
+TEST_F(SettingsScreens, SetupScreenAfterALoad)
 {
-    Globals& s = g();
+    // The OPL 972x on COM3 on automatic, the CS 1504 on a port that is not there; Batch
+    // Update to a share that works; a PC Copy of the engineer list.
+    install.addshare("\\\\127.0.0.1\\tagstore");
+    TempInstall::writefile(install.host(g().homedir + "BAR999.INI"), "[000000999]\r\n000=000 20070309\r\n");
+    TempInstall::writefile(install.host("\\\\127.0.0.1\\tagstore\\ENGLST.TXT"), "1,1,Ann\r\n");
+    writeini("[9725]\r\nUSED=1\r\nPORT=3#\r\nAUTO=1\r\nAUTOTIME=2\r\n[1234]\r\nUSED=0\r\nPORT=0#\r\nAUTO=0\r\n"
+             "[1504]\r\nUSED=1\r\nPORT=9#\r\nAUTO=0\r\nAUTOTIME=1\r\n[SAVE]\r\nTYPE=2\r\nIP=127.0.0.1#\r\nTNO=7#\r\n"
+             "[FITTER]\r\nTYPE=2\r\n[COMPANY]\r\nNAME=Acme Motors#\r\nUSER=Robert#\r\nTEL=01234 567#\r\n"
+             "[MISC]\r\nCHKROGUE=1\r\n[FIRST]\r\nRUN=1\r\n");
+    g().commandline = "startup";
+    settingsfromfile();
+    ASSERT_EQ(boxes(), std::vector<std::string>{});
     Form2& f = form2();
-    getcoms();
-    f.SPorts[1].settext("COM3");
-    s.scannerused[1] = 1;
-    showandhide(1, 1);
-    s.scannerauto[1] = 1;
-    showauto(1);
-    s.scannerautotime[1] = 2;
-    showautotime(1);
-    s.scannerused[2] = 0;
-    showandhide(2, 1);
-    f.SPorts[3].settext("COM9");
-    s.scannerused[3] = 1;
-    showandhide(3, 1);
-    s.savetype = 2;
-    s.fittertype = 2;
-    showsavetype();
-    showfittertype();
-    f.ServerIP.settext("192.168.1.200");
-    paint(f.Shape1[7], boxgood);
-    f.TarnTNO.settext("7");
-    checktno();
-    paint(f.Shape1[10], boxgood);
     f.setWindowTitle("Setup");
     EXPECT_GT(drawn(f, "Form2"), 8);
 }
