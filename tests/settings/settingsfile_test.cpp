@@ -155,16 +155,10 @@ TEST_F(SaveSettings, ServerSavingTakesTheBoxes)
     s.fittertype = 2;
     f.ServerIP.settext("10.0.0.9");
     f.TarnTNO.settext("012");
-    writeini(std::string(createdfile) + "[TIMEMARGIN]\r\nMINS=9#\r\n");
-    TempInstall::writefile(inipath(), [&] {
-        std::string t = ini();
-        t.replace(t.find("CHKROGUE=1"), 10, "CHKROGUE=0#");
-        return t;
-    }());
+    writeini(std::string(createdfile).replace(std::string(createdfile).find("CHKROGUE=1"), 10, "CHKROGUE=0#"));
     savesettings();
     const std::string t = ini();
     EXPECT_NE(t.find("[SAVE]\r\nTYPE=2\r\nIP=10.0.0.9#\r\nTNO=012#\r\n[FITTER]\r\nTYPE=2\r\n"), std::string::npos) << t;
-    EXPECT_NE(t.find("[TIMEMARGIN]\r\nMINS=9#\r\n"), std::string::npos);
     EXPECT_EQ(s.serverip, "10.0.0.9");
     EXPECT_EQ(s.terminalno, "012");
     EXPECT_EQ(s.chkrogue, "0");
