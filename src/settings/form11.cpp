@@ -13,10 +13,6 @@ Form11::Form11(QWidget* parent) : QWidget(parent)
     place(Image1, this, "Image1", 120, 120, 720, 720);
     Image1.setpicture(MiscIcons(), 2);
     place(Label1, this, "Label1", 960, 300, 3120, 360);
-
-    auto& ports = checkscannersdisplay();
-    ports.showbusy = [](const std::string& text, int image) { form11().showbusy(text, image); };
-    ports.hidebusy = [] { form11().hidebusy(); };
 }
 
 void Form11::showbusy(const std::string& text, int image)

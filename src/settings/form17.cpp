@@ -54,22 +54,6 @@ Form17::Form17(QWidget* parent) : QWidget(parent)
     CancelLabel.setcaption("Close");
     CancelLabel.setAlignment(Qt::AlignCenter);
 
-    // The port check writes its rows here, and the port boxes of the setup screen with them.
-    auto& ports = checkscannersdisplay();
-    ports.showrow = [](int i, const ScannerRow& row) {
-        Form17& f = form17();
-        f.ScanPort[i].setcaption(row.port);
-        f.ScanStatus[i].setcaption(row.status);
-        f.ScanPort[i].setforecolor(colorbox(row.captioncolour));
-        f.Scanner[i].setforecolor(colorbox(row.captioncolour));
-        form2().ScanBox[i].setfillcolor(colorbox(row.scanbox));
-        form2().PortBox[i].setfillcolor(colorbox(row.portbox));
-    };
-    ports.statuslight = [](int image, int label3colour) {
-        form17().Status[1].setpicture(ColorIcons(), image);
-        form17().Label3.setforecolor(colorbox(label3colour));
-    };
-
     connect(&Undo, &PictureBox::clicked, this, &Form17::runtests);
     connect(&UndoLabel, &Caption::clicked, this, &Form17::runtests);
     connect(&Cancel, &PictureBox::clicked, this, &Form17::closescreen);
