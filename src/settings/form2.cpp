@@ -11,6 +11,7 @@
 
 std::string LocalAddress::LocalIP() const
 {
+    if (!fixed.empty()) return fixed;
     for (const QHostAddress& a : QNetworkInterface::allAddresses()) {
         if (a.protocol() == QAbstractSocket::IPv4Protocol && !a.isLoopback())
             return a.toString().toStdString();
@@ -131,6 +132,7 @@ Form2::Form2(QWidget* parent) : QWidget(parent)
     }
     connect(&FitterList, &PictureBox::clicked, this, openengineerlist);
     connect(&Label4[9], &Caption::clicked, this, openengineerlist);
+    wireevents();
 }
 
 void Form2::closeEvent(QCloseEvent* event)

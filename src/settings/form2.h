@@ -12,6 +12,11 @@
 struct LocalAddress {
     // The first non-loopback IPv4 address of this machine, "127.0.0.1" when there is none.
     std::string LocalIP() const;
+    // Test seam: LocalIP() answers `address` from now on; "" goes back to the machine's own.
+    void setaddress(const std::string& address) { fixed = address; }
+
+private:
+    std::string fixed;
 };
 
 class Form2 : public QWidget {
@@ -80,9 +85,16 @@ public:
 signals:
     // Raised when the screen is closed by its window frame (the Cancel flow handles it).
     void closing();
+    // The user chose to leave the program before the first setup was saved; the monitor
+    // form ends the program (fullexit).
+    void exitprogram();
 
 protected:
     void closeEvent(class QCloseEvent* event) override;
+
+private:
+    // Connects the controls' clicks and focus changes to the setup routines.
+    void wireevents();
 };
 
 Form2& form2();
