@@ -1,7 +1,5 @@
 #include "settings/setuptypes.h"
 
-#include <QCoreApplication>
-
 #include "core/globals.h"
 #include "core/logs.h"
 #include "runtime/vb.h"
@@ -113,7 +111,6 @@ void setsavetype(int index)
     showsavetype();
     showfittertype();
     f.repaint();
-    QCoreApplication::processEvents();
 
     if (s.savetype == 3) {
         checkemailbox();

@@ -147,17 +147,19 @@ TEST_F(SetupTypes, ASwitchThatIsAtWorkRefusesBothSwitches)
     EXPECT_EQ(g().fittertype, 1);
     EXPECT_EQ(f.changingtype, 1);
 
-    // Clicks that arrive while the switch to Server lets events run are refused.
+    // Clicks that arrive while the store check of the switch to Server lets events run
+    // (its busy box) are refused.
     f.changingtype = 0;
     servermode(0, 0);
-    icmp::inject::noreply(true);
-    f.ServerIP.settext("");
-    f.Winsock1.setaddress("127.0.0.33");
+    g().commandline = "";
+    f.ServerIP.settext("300.1.1.1");
+    g().serverip = "300.1.1.1";
     int ran = 0;
     QTimer::singleShot(0, [&] { ++ran; setsavetype(1); });
     QTimer::singleShot(0, [&] { ++ran; setfittertype(3); });
     setsavetype(2);
     EXPECT_EQ(ran, 2);
+    EXPECT_EQ(g().storestate, 6);
     EXPECT_EQ(g().savetype, 1);
     EXPECT_EQ(g().fittertype, 1);
     EXPECT_EQ(f.changingtype, 0);
