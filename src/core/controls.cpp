@@ -3,9 +3,12 @@
 #include <QGuiApplication>
 #include <QMouseEvent>
 #include <QScreen>
+#include <QSignalBlocker>
 
 #include "core/imagelists.h"
 #include "runtime/fault.h"
+
+#include <cstring>
 
 int twips(int units)
 {
@@ -153,10 +156,15 @@ QColor Shape::fillcolor() const { return palette().color(QPalette::Window); }
 
 TextBox::TextBox(QWidget* parent) : QLineEdit(parent) {}
 
-void TextBox::settext(const std::string& text)
+namespace {
+// An edit box takes text as a C string: whatever follows a NUL never reaches it.
+QString boxtext(const std::string& text)
 {
-    setText(QString::fromLatin1(text.data(), (qsizetype)text.size()));
+    return QString::fromLatin1(text.c_str(), (qsizetype)std::strlen(text.c_str()));
 }
+}  // namespace
+
+void TextBox::settext(const std::string& text) { setText(boxtext(text)); }
 
 std::string TextBox::value() const { return text().toLatin1().toStdString(); }
 
@@ -172,7 +180,10 @@ ComboBox::ComboBox(QWidget* parent) : QComboBox(parent)
 
 void ComboBox::additem(const std::string& text)
 {
+    // Adding a row leaves the text as it was; the first row of an empty list must not pass
+    // through it on the way, or a change of text is seen that never happened.
     const QString keep = currentText();
+    const QSignalBlocker quiet(this);
     addItem(QString::fromLatin1(text.data(), (qsizetype)text.size()));
     setEditText(keep);
 }
@@ -183,10 +194,7 @@ std::string ComboBox::list(int index) const
     return itemText(index).toLatin1().toStdString();
 }
 
-void ComboBox::settext(const std::string& text)
-{
-    setEditText(QString::fromLatin1(text.data(), (qsizetype)text.size()));
-}
+void ComboBox::settext(const std::string& text) { setEditText(boxtext(text)); }
 
 std::string ComboBox::text() const { return currentText().toLatin1().toStdString(); }
 

@@ -107,7 +107,7 @@ public:
     TextBox() : TextBox(nullptr) {}
     explicit TextBox(QWidget* parent);
 
-    void settext(const std::string& text);
+    void settext(const std::string& text);   // up to its first NUL, as an edit box takes it
     std::string value() const;
 };
 
@@ -122,7 +122,7 @@ public:
     void clearlist() { clear(); }
     int listcount() const { return count(); }
     std::string list(int index) const;   // "" for a row that is not there
-    void settext(const std::string& text);
+    void settext(const std::string& text);   // up to its first NUL, as an edit box takes it
     std::string text() const;
 
 signals:

@@ -23,7 +23,7 @@ struct Globals {
     Int16 fittertype;    // 0 Local, 1 Direct, 2 PC Copy
     std::string serverip;
     std::string terminalno;
-    Int16 chkrogue;
+    std::string chkrogue;   // "1": look for rogue files; kept as the text stored
     Int16 timemargin;
     Int16 firstrun;
     Int16 displaytype;
@@ -67,6 +67,10 @@ struct Globals {
     FixedArray<Int16, 0, 3> portstatus;  // [i] 1: port of scanner i missing; [0] overall result
     Int16 oplerror;         // 1 after an error event of the OPL 972x
     Int16 opldone;          // 1 after the download complete event
+
+    // ---- store location checks: the address validation ----------------------------------
+    Int16 iperror;          // 0 valid; 1 "0.0.0.0", 2 empty, 3 a dot out of place, 4 a bad octet
+    std::string ipnormal;   // the address with its octets as plain integers
 
     // ---- settings file and engineer list: the scanner test's marks -----------------------
     // Reset at each settings load; the port check of the setup screen keeps the last test's

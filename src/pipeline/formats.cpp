@@ -37,6 +37,7 @@ std::string barfile(Place place, long n) { return named(place, "BAR" + Format(n,
 std::string tmpfile(Place place, long n) { return named(place, "TMP" + Format(n, "000")); }
 std::string probefile(Place place) { return named(place, "BARTEST"); }
 std::string lockfile() { return named(Place::store, "BARLCK"); }
+std::string namedfile(Place place, const std::string& stem) { return named(place, stem); }
 
 std::string probesource()
 {
@@ -106,6 +107,7 @@ std::string sectionfromline(const std::string& line)
 std::string scannerfromline(const std::string& line)
 {
     long close = InStr(line, "]");
+    if (close == 0) return Mid(line, 8);
     long n = close - 8;
     if (n < 0) raisefault(fault::invalidcall);
     return Mid(line, 8, n);
@@ -130,9 +132,18 @@ std::string readheader(const std::string& file, const std::string& section) { re
 
 long masterfilecount(const std::string& file) { return CInt(Left(readvalue(file, "FILES", "FILES"), 3)); }
 
-void writemastercount(const std::string& file, long count)
+void writemastercount(const std::string& file, long count) { writevalue(file, "FILES", "FILES", Format(count, "000")); }
+
+void writevalue(const std::string& file, const std::string& section, const std::string& key, const std::string& value)
 {
-    WritePrivateProfileStringA("FILES", "FILES", Format(count, "000"), file);
+    if (WritePrivateProfileStringA(section, key, value, file) != 0) return;
+    switch (files::GetLastError()) {
+    case 112: raisefault(fault::diskfull);
+    case 5: raisefault(fault::permissiondenied);
+    case 3:
+    case 53: raisefault(fault::pathnotfound);
+    default: raisefault(fault::pathfileaccess);
+    }
 }
 
 std::vector<std::string> datalogblock(const std::string& scannerid, const QDateTime& when, const std::string& header,

@@ -39,6 +39,9 @@ std::string tmpfile(Place place, long n);  // TMPnnn.INI / TMPnnn.<TNO>, used wh
 std::string probefile(Place place);        // BARTEST.INI / BARTEST.<TNO>
 // BARLCK.<TNO> in the store folder: data is being loaded into Tarn. Never created here.
 std::string lockfile();
+// A file of a place by its name without the extension ("BAR004"), as the file editor's
+// entries carry it.
+std::string namedfile(Place place, const std::string& stem);
 // The file copied to prove a place can be written: BAR999.INI in the install folder.
 std::string probesource();
 
@@ -79,7 +82,8 @@ std::string barheader(long lines, const QDate& saved);
 std::string linekey(long n);
 // The raw first line of a BAR file, as the file list and the rogue file editor read it:
 // the section name (positions 2 to 10, or 2 for length less 2 when the line is not 11
-// long) and the scanner number (from position 8 up to the closing bracket).
+// long) and the scanner number (from position 8 up to the closing bracket, or to the end
+// of the line when the bracket is missing).
 std::string sectionfromline(const std::string& line);
 std::string scannerfromline(const std::string& line);
 bool faultyid(const std::string& line);   // a first line that is not 11 long
@@ -95,6 +99,7 @@ std::string readheader(const std::string& file, const std::string& section);
 // FILES of section FILES, read with the path as the default: the first three characters
 // as a number. A missing file or key gives the path, which raises 13.
 long masterfilecount(const std::string& file);
+// FILES = count in "000" form; a write that fails raises its fault (see writevalue).
 void writemastercount(const std::string& file, long count);
 
 // ---- the data log block ----------------------------------------------------------------
@@ -112,5 +117,10 @@ void writedatalogblock(const std::vector<std::string>& block);
 // the default, and callers take fixed parts of the answer.
 inline constexpr unsigned readbuffer = 50;
 std::string readvalue(const std::string& file, const std::string& section, const std::string& key);
+// Writes a key of a data file. The profile call only reports a failed write; here it raises
+// the fault of its cause (61 disk full, 70 refused, 76 folder or share out of reach, 75
+// otherwise), so a save that cannot write stops where it is.
+void writevalue(const std::string& file, const std::string& section, const std::string& key,
+                const std::string& value);
 
 }  // namespace formats

@@ -191,9 +191,14 @@ double Val(std::string_view s)
     return parsenumber(packed, v) ? v : 0.0;
 }
 
+// The conversions read a text as the system's conversion calls do: up to its first NUL.
+namespace {
+std::string_view uptonul(std::string_view s) { return s.substr(0, s.find('\0')); }
+}  // namespace
+
 bool IsNumeric(std::string_view s)
 {
-    std::string t = Trim(s);
+    std::string t = Trim(uptonul(s));
     while (!t.empty() && (t.back() == '\t')) t.pop_back();
     if (t.empty()) return false;
     double v = 0;
@@ -202,7 +207,7 @@ bool IsNumeric(std::string_view s)
 
 double CDbl(std::string_view s)
 {
-    std::string t = Trim(s);
+    std::string t = Trim(uptonul(s));
     double v = 0;
     if (t.empty() || parsenumber(t, v) != t.size()) raisefault(fault::typemismatch);
     return v;

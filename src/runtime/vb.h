@@ -41,7 +41,8 @@ double Val(std::string_view s);
 // Whether the text reads whole as a number (IsNumeric).
 bool IsNumeric(std::string_view s);
 // Checked conversions: a text that is not a number raises 13; a value outside the type
-// raises 6. Halves round to even.
+// raises 6. Halves round to even. IsNumeric and the conversions read a text up to its first
+// NUL, as the system's conversion calls do: "15\0#" is 15.
 int16_t CInt(std::string_view s);
 int16_t CInt(double v);
 int32_t CLng(std::string_view s);

@@ -2,15 +2,16 @@
 
 #include <QCoreApplication>
 
+#include "core/colorbox.h"
 #include "core/globals.h"
+#include "core/imagelists.h"
 #include "core/logs.h"
+#include "pipeline/form1.h"
+#include "pipeline/screens.h"
 #include "platform/serial.h"
-
-CheckScannersDisplay& checkscannersdisplay()
-{
-    static CheckScannersDisplay d;
-    return d;
-}
+#include "settings/form11.h"
+#include "settings/form17.h"
+#include "settings/form2.h"
 
 ScannerCheck judgescanners()
 {
@@ -44,16 +45,42 @@ ScannerCheck judgescanners()
     return c;
 }
 
+namespace {
+
+void hidebusy()
+{
+    form11().hidebusy();
+    QCoreApplication::processEvents();
+}
+
+void showrow(int i, const ScannerRow& row)
+{
+    Form17& f = form17();
+    f.ScanPort[i].setcaption(row.port);
+    f.ScanStatus[i].setcaption(row.status);
+    f.ScanPort[i].setforecolor(colorbox(row.captioncolour));
+    f.Scanner[i].setforecolor(colorbox(row.captioncolour));
+    form2().ScanBox[i].setfillcolor(colorbox(row.scanbox));
+    form2().PortBox[i].setfillcolor(colorbox(row.portbox));
+}
+
+// The main screen's Check button: grey and off when no scanner is in use.
+void showcheckbutton(bool enabled)
+{
+    Form1& f = form1();
+    f.Check.setpicture(enabled ? ColorIcons() : GreyIcons(), 6);
+    f.Check.setEnabled(enabled);
+    f.CheckLabel.setEnabled(enabled);
+    f.CheckSubLabel.setVisible(!enabled);
+}
+
+}  // namespace
+
 void checkscanners()
 {
-    auto& show = checkscannersdisplay();
-    auto hidebusy = [&] {
-        if (show.hidebusy) show.hidebusy();
-        QCoreApplication::processEvents();
-    };
     try {
         if (g().commandline != "startup") {
-            if (show.showbusy) show.showbusy("Checking Scanner Ports", 2);
+            form11().showbusy("Checking Scanner Ports", 2);
             QCoreApplication::processEvents();
         }
         g().portstatus[0] = 0;
@@ -61,17 +88,18 @@ void checkscanners()
         ScannerCheck c = judgescanners();
         for (int i = 1; i <= 3; ++i) {
             if (c.rows[i].missing) g().portstatus[i] = 1;
-            if (show.showrow) show.showrow(i, c.rows[i]);
+            showrow(i, c.rows[i]);
         }
         if (!c.anyused) {
-            if (show.checkbutton) show.checkbutton(false);
+            showcheckbutton(false);
             hidebusy();
             g().portstatus[0] = 1;
-        } else if (show.checkbutton) {
-            show.checkbutton(true);
+        } else {
+            showcheckbutton(true);
         }
         bool fault = c.anymissing || !c.anyused;
-        if (show.statuslight) show.statuslight(fault ? 1 : 2, fault ? 2 : 4);
+        form17().Status[1].setpicture(ColorIcons(), fault ? 1 : 2);
+        form17().Label3.setforecolor(colorbox(fault ? 2 : 4));
         hidebusy();
     } catch (const std::exception& e) {
         Fault f = Fault::from(e);

@@ -3,7 +3,6 @@
 // that show it.
 #pragma once
 
-#include <functional>
 #include <string>
 
 // One scanner's row of the verdict.
@@ -25,21 +24,6 @@ struct ScannerCheck {
 };
 ScannerCheck judgescanners();
 
-// Where the verdict is shown. The screens that carry these controls fill in their parts when
-// they are made (the "System Check" busy box Form11, the system check screen Form17, the
-// setup screen Form2, the main screen Form1); a part left empty is not shown.
-struct CheckScannersDisplay {
-    // Form11: Label1 caption and the MiscIcons image of its picture; show, refresh.
-    std::function<void(const std::string& caption, int image)> showbusy;
-    std::function<void()> hidebusy;
-    // Form17 ScanPort(i), ScanStatus(i), Scanner(i); Form2 ScanBox(i), PortBox(i).
-    std::function<void(int i, const ScannerRow& row)> showrow;
-    // Form1: the Check picture (ColorIcons 6, or GreyIcons 6 when `enabled` is false),
-    // Check and CheckLabel enabled, CheckSubLabel shown when not.
-    std::function<void(bool enabled)> checkbutton;
-    // Form17: Status(1) image of ColorIcons (1 fault, 2 good) and Label3's ColorBox index.
-    std::function<void(int image, int label3colour)> statuslight;
-};
-CheckScannersDisplay& checkscannersdisplay();
-
+// Runs the check and shows it: the "System Check" busy box, the rows of the system check
+// screen, the port boxes of the setup screen and the main screen's Check button.
 void checkscanners();

@@ -5,6 +5,9 @@
 
 #include "core/colorbox.h"
 #include "core/imagelists.h"
+#include "settings/form4.h"
+#include "settings/setupdisplay.h"
+#include "settings/setupports.h"
 
 std::string LocalAddress::LocalIP() const
 {
@@ -19,19 +22,19 @@ Form2::Form2(QWidget* parent) : QWidget(parent)
 {
     setObjectName("Form2");
     // The tall layout; the display size routine moves things for the wide one.
-    resize(twips(9615), twips(9780));
+    resize(twips(9615), twips(10020));
 
     const char* scannernames[] = {"", "Opticon OPL 972x", "Opticon OPN 2001", "Symbol CS 1504"};
-    place(Frame[1], this, "Frame1", 120, 120, 9375, 4440);
-    place(Frame[2], this, "Frame2", 120, 4680, 9375, 1680);
-    place(Frame[3], this, "Frame3", 120, 6480, 9375, 1560);
+    place(Frame[1], this, "Frame1", 120, 120, 9375, 4680);
+    place(Frame[2], this, "Frame2", 120, 4920, 9375, 1680);
+    place(Frame[3], this, "Frame3", 120, 6720, 9375, 1560);
 
     for (int i = 1; i <= 3; ++i) {
         QWidget* f = &Frame[1];
         const int top = 360 + (i - 1) * 1320;
         place(STypeB[i], f, "STypeB", i, 120, top, 2880, 1200);
         place(SType[i], f, "SType", i, 180, top + 120, 480, 480);
-        SType[i].setpicture(MiscIcons(), 2);
+        light(SType[i], false);
         place(STypeL[i], f, "STypeL", i, 720, top + 180, 2220, 300);
         STypeL[i].setcaption(scannernames[i]);
         place(PortBox[i], f, "PortBox", i, 3120, top, 1800, 1200);
@@ -48,7 +51,7 @@ Form2::Form2(QWidget* parent) : QWidget(parent)
         place(TestResult[i], f, "TestResult", i, 5100, top + 780, 1080, 280);
         place(BAuto[i], f, "BAuto", i, 6360, top, 1380, 540);
         place(SAuto[i], f, "SAuto", i, 6420, top + 60, 420, 420);
-        SAuto[i].setpicture(MiscIcons(), 2);
+        light(SAuto[i], false);
         place(LAuto[i], f, "LAuto", i, 6900, top + 120, 780, 280);
         LAuto[i].setcaption("No");
         place(TimeUpdateBox[i], f, "TimeUpdateBox", i, 6360, top + 660, 2880, 540);
@@ -68,7 +71,7 @@ Form2::Form2(QWidget* parent) : QWidget(parent)
     const char* locnames[] = {"", "Local", "Server", ""};
     for (int n = 1; n <= 2; ++n) {
         place(FileDown[n], loc, "FileDown", n, 120 + (n - 1) * 1800, 300, 420, 420);
-        FileDown[n].setpicture(MiscIcons(), 2);
+        light(FileDown[n], false);
     }
     for (int n = 1; n <= 3; ++n) {
         place(FileDownLabel[n], loc, "FileDownLabel", n, 600 + (n - 1) * 1800, 360, 1680, 280);
@@ -86,16 +89,14 @@ Form2::Form2(QWidget* parent) : QWidget(parent)
     place(TarnTNO, loc, "TarnTNO", 7560, 900, 1200, 300);
     place(BIP, this, "BIP", 0, 0, 600, 300);
     place(BTNO, this, "BTNO", 0, 0, 600, 300);
-    place(HOEmail, this, "HOEmail", 0, 0, 600, 300);
     BIP.hide();
     BTNO.hide();
-    HOEmail.hide();
 
     QWidget* eng = &Frame[3];
     place(FitterInfoBox, eng, "FitterInfoBox", 120, 240, 5400, 1200);
     for (int n = 1; n <= 2; ++n) {
         place(FitterInfo[n], eng, "FitterInfo", n, 180 + (n - 1) * 1800, 300, 420, 420);
-        FitterInfo[n].setpicture(MiscIcons(), 2);
+        light(FitterInfo[n], false);
     }
     for (int n = 1; n <= 3; ++n) {
         place(FitterInfoLabel[n], eng, "FitterInfoLabel", n, 660 + (n - 1) * 1800, 360, 1620, 280);
@@ -114,12 +115,22 @@ Form2::Form2(QWidget* parent) : QWidget(parent)
     const char* texts[] = {"Update", "Undo", "Cancel", "Help"};
     for (int b = 0; b < 4; ++b) {
         const int left = 120 + b * 2340;
-        place(*buttons[b], this, bnames[b], 0, left + 600, 8160, 720, 720);
+        place(*buttons[b], this, bnames[b], 0, left + 600, 8400, 720, 720);
         buttons[b]->setpicture(ColorIcons(), 1 + b);
-        place(*labels[b], this, lnames[b], 0, left, 8940, 1920, 280);
+        place(*labels[b], this, lnames[b], 0, left, 9180, 1920, 280);
         labels[b]->setcaption(texts[b]);
         labels[b]->setAlignment(Qt::AlignCenter);
     }
+
+    // A port box is checked whenever its text changes, by typing, by choice or by a load,
+    // and when it loses the focus.
+    for (int i = 1; i <= 3; ++i) {
+        ComboBox* box = &SPorts[i];
+        for (auto signal : {&ComboBox::changed, &ComboBox::clicked, &ComboBox::lostfocus})
+            connect(box, signal, this, [i] { checkcomport(i); });
+    }
+    connect(&FitterList, &PictureBox::clicked, this, openengineerlist);
+    connect(&Label4[9], &Caption::clicked, this, openengineerlist);
 }
 
 void Form2::closeEvent(QCloseEvent* event)

@@ -66,11 +66,11 @@ public:
     FixedArray<PictureBox, 0, 0> Update, Undo, Cancel, Help;
     FixedArray<Caption, 0, 0> UpdateLabel, UndoLabel, CancelLabel, HelpLabel;
 
-    // ---- hidden: the last saved values, the PC's own address ----
+    // ---- hidden: the last saved values, the PC's own address (the head office address is
+    // the HOEmail box of the company information screen) ----
     FixedArray<TextBox, 1, 3> BPort;
     TextBox BIP;
     TextBox BTNO;
-    TextBox HOEmail;                           // head office address while saving by e-mail
     LocalAddress Winsock1;
 
     // Module state of the screen.

@@ -4,6 +4,8 @@
 #include "pipeline/formats.h"
 #include "platform/profile.h"
 
+#include <functional>
+
 namespace {
 
 using formats::Place;
@@ -71,6 +73,7 @@ TEST_F(Formats, CanonicalLinesAndBarFileParts)
         {"[000000123]", "000000123", "123", false},
         {"[0000001234]", "0000001234", "1234", true},
         {"[00000012]", "00000012", "12", true},
+        {"[000000123", "00000012", "123", true},
     };
     for (const auto& r : rows) {
         EXPECT_EQ(formats::sectionfromline(r.line), r.section) << r.line;
@@ -114,6 +117,36 @@ TEST_F(Formats, TheMasterFile)
     EXPECT_EQ(formats::masterfilecount(master), 4);
     put(master, "FILES=004\r\n");
     EXPECT_THROW(formats::masterfilecount(master), Fault) << "the header line lost";
+}
+
+TEST_F(Formats, AFailedWriteRaisesItsCause)
+{
+    const std::string bar = formats::barfile(Place::local, 1);
+    struct Row {
+        const char* legend;
+        std::function<void()> inject;
+        std::string file;
+        int fault;
+    } rows[] = {
+        {"disk full", [] { files::inject::failwriteafter(0); }, bar, 61},
+        {"read-only folder", [] { files::inject::readonlyfolder("c:\\tarnbc"); }, bar, 70},
+        {"missing folder", [] {}, "c:\\tarnbc\\nofolder\\BAR001.INI", 76},
+        {"share gone", [] { files::inject::vanishshare("\\\\10.0.0.5\\tagstore"); }, formats::barfile(Place::store, 1), 76},
+    };
+    install.addshare("\\\\10.0.0.5\\tagstore");
+    for (const auto& r : rows) {
+        SCOPED_TRACE(r.legend);
+        r.inject();
+        try {
+            formats::writevalue(r.file, "000000123", "000", "00120070309");
+            ADD_FAILURE() << "no fault";
+        } catch (const Fault& f) {
+            EXPECT_EQ(f.number, r.fault);
+        }
+        files::inject::reset();
+    }
+    formats::writevalue(bar, "000000123", "000", "00120070309");
+    EXPECT_EQ(TempInstall::readfile(install.host(bar)), "[000000123]\r\n000=00120070309\r\n");
 }
 
 TEST_F(Formats, TheDataLogBlock)

@@ -63,6 +63,10 @@ TEST(Numbers, CheckedConversionsRaiseTypeMismatchAndOverflow)
     EXPECT_EQ(CLng("40000"), 40000);
     EXPECT_TRUE(IsNumeric(" 12 "));
     EXPECT_FALSE(IsNumeric("12a"));
+    // A fixed buffer's text ends at its NUL, whatever stands after it.
+    EXPECT_EQ(CInt(std::string("15\0#x", 5)), 15);
+    EXPECT_TRUE(IsNumeric(std::string("7\0.0.0", 6)));
+    EXPECT_EQ(faultof([] { CInt(std::string("\0" "12", 3)); }), 13);
 }
 
 TEST(Numbers, SixteenBitArithmeticOverflowsWithSix)

