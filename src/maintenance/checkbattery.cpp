@@ -37,30 +37,23 @@ int levelcolour(int level)
 
 }  // namespace
 
-opl::Control& Form24::control()
-{
-    // A poll that let events run may find that another poll has released the control.
-    if (!opl) raisefault(fault::objectnotset);
-    return *opl;
-}
-
 void Form24::checkbattery(Int16 whichtype)
 {
     Globals& s = g();
-    opl = std::make_unique<opl::Control>();
+    auto opl = std::make_unique<opl::Control>();
     connect(opl.get(), &opl::Control::Error, this, &Form24::opl_Error);
     opl->setport(s.scannerport[1]);
     s.oplerror = 0;
     try {
         if (whichtype == 1 && pollcount == 0) {
             bool bad = false;
-            readidentity(bad);
-            if (s.oplerror == 1) return batteryfailed();
+            readidentity(*opl, bad);
+            if (s.oplerror == 1) return batteryfailed(opl);
         }
 
-        const std::string battery = control().readbattery();
+        const std::string battery = opl->readbattery();
         waitreaddelay();
-        if (s.oplerror == 1 || Mid(battery, 4, 1) != "%") return batteryfailed();
+        if (s.oplerror == 1 || Mid(battery, 4, 1) != "%") return batteryfailed(opl);
         s.batterylevel = CInt(Left(battery, 3));
 
         if (!(whichtype != 0 && s.batterylevel == lastlevel)) showlevel();
@@ -74,17 +67,17 @@ void Form24::checkbattery(Int16 whichtype)
         }
         opl.reset();
     } catch (const Fault&) {
-        // A reading that makes no sense counts as no scanner.
-        batteryfailed();
+        // A level that is no number counts as no scanner.
+        batteryfailed(opl);
     }
 }
 
 // The scanner's clock and ID, on the first poll of every 61. Leaves oplerror at 1 when a
 // read failed.
-void Form24::readidentity(bool& bad)
+void Form24::readidentity(opl::Control& opl, bool& bad)
 {
     Globals& s = g();
-    const std::string clock = control().readclock();
+    const std::string clock = opl.readclock();
     waitreaddelay();
     if (s.oplerror == 1) return;
     s.scannerclock = clock;
@@ -93,7 +86,7 @@ void Form24::readidentity(bool& bad)
     Label4[6].setcaption(timedisplay(s.scannertime) + " " + datedisplay(s.scannerdate));
     Label4[6].setforecolor(colorbox(bad ? 2 : 13));
 
-    const int16_t id = control().readid();
+    const int16_t id = opl.readid();
     waitreaddelay();
     if (s.oplerror == 1) return;
     s.scannerid = Format(id, "000");
@@ -201,9 +194,9 @@ void Form24::booststage()
 }
 
 // No scanner: the display and the counters go back to the start, without a message.
-void Form24::batteryfailed()
+void Form24::batteryfailed(std::unique_ptr<opl::Control>& opl)
 {
-    if (g().oplportstate == 1 && opl) {
+    if (g().oplportstate == 1) {
         opl->closeport();
         g().oplportstate = 0;
     }

@@ -48,7 +48,6 @@ public:
     Int16 tickcount;                    // ticks of Timer2
     bool updaterunning = false;         // refresh clicks do nothing while set
     bool closing = false;               // set by cancelclose; startfunction does nothing
-    std::unique_ptr<opl::Control> opl;
 
     // What the software update screen lends this screen for the hand-over of a software
     // load: its setupscreen, show and uploadsoftware. Filled in by that screen.
@@ -93,9 +92,11 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    opl::Control& control();
-    void openopl();
-    void closeopl();
+    // A routine's own control for its session, with this screen's error handler, on the OPL
+    // 972x's port; the port is opened unless another routine holds it open.
+    std::unique_ptr<opl::Control> openopl();
+    // Closes the port if this session opened it, and releases the control.
+    void closeopl(std::unique_ptr<opl::Control>& opl);
     void refresh(bool secondprobe);
     QList<QWidget*> verdictcontrols();
 };

@@ -29,12 +29,12 @@ void Form10::updatescannerID()
     Globals& s = g();
     const std::string fitterid = form14().FitterID.value();
     if (s.scannertype == 1) {
-        openopl();
-        control().writeid(CInt(fitterid));
-        const int16_t id = control().readid();
+        auto opl = openopl();
+        opl->writeid(CInt(fitterid));
+        const int16_t id = opl->readid();
         s.scannerid = CStr((long long)id);
         testtheID();
-        closeopl();
+        closeopl(opl);
         return;
     }
     const int32_t port = s.scannerport[s.scannertype] - 1;
@@ -51,9 +51,9 @@ void Form10::updatescannerID()
     csp2GetASCIIMode();
     char unused[6] = {};
     csp2GetTime(unused);
-    std::fill(std::begin(id), std::end(id), '\0');
-    csp2GetParam(38, id, sizeof id);
-    s.scannerid = Left(std::string(id, sizeof id), 6);
+    std::string readback(10, ' ');
+    csp2GetParam(38, readback.data(), (int32_t)readback.size());
+    s.scannerid = Left(readback, 6);
     csp2Restore();
     testtheID();
 }

@@ -14,18 +14,10 @@
 #include "platform/opl.h"
 #include "settings/form2.h"
 
-opl::Control& Form10::control()
-{
-    // A routine that let events run may find that another has released the control.
-    if (!opl) raisefault(fault::objectnotset);
-    return *opl;
-}
-
-// A session on the OPL 972x: the port is opened here unless another routine holds it open.
-void Form10::openopl()
+std::unique_ptr<opl::Control> Form10::openopl()
 {
     Globals& s = g();
-    opl = std::make_unique<opl::Control>();
+    auto opl = std::make_unique<opl::Control>();
     connect(opl.get(), &opl::Control::Error, this, &Form10::opl_Error);
     opl->setport(s.scannerport[1]);
     if (s.oplportstate == 0) {
@@ -34,13 +26,14 @@ void Form10::openopl()
     } else {
         s.oplportstate = 2;
     }
+    return opl;
 }
 
-void Form10::closeopl()
+void Form10::closeopl(std::unique_ptr<opl::Control>& opl)
 {
     Globals& s = g();
     if (s.oplportstate == 1) {
-        control().closeport();
+        opl->closeport();
         s.oplportstate = 0;
     }
     opl.reset();
@@ -61,9 +54,9 @@ void Form10::startfunction()
     Globals& s = g();
     s.oplerror = 0;
     if (s.scannertype == 1) {
-        openopl();
-        control().readlinecount();
-        closeopl();
+        auto opl = openopl();
+        opl->readlinecount();
+        closeopl(opl);
         return;
     }
     csp2Restore();
@@ -94,8 +87,8 @@ void Form10::gettingscannerdata()
     for (QWidget* w : verdictcontrols()) w->show();
 
     if (type == 1) {
-        openopl();
-        const std::string clock = control().readclock();
+        auto opl = openopl();
+        const std::string clock = opl->readclock();
         if (clock.empty() || s.oplerror == 1) {
             s.datestatus = 1;
             s.timestatus = 1;
@@ -103,14 +96,14 @@ void Form10::gettingscannerdata()
             s.scannerclock = clock;
             testthedate();
         }
-        const int16_t id = control().readid();
+        const int16_t id = opl->readid();
         if (s.oplerror == 1) {
             s.idstatus = 1;
         } else {
             s.scannerid = CStr((long long)id);
             testtheID();
         }
-        closeopl();
+        closeopl(opl);
         if (s.datestatus == 0 && s.timestatus == 0 && s.idstatus == 0) {
             setup.PortBox[1].setfillcolor(colorbox(1));
             setup.ResultBox[1].setfillcolor(colorbox(1));
@@ -130,14 +123,17 @@ void Form10::gettingscannerdata()
             return;
         }
         csp2GetASCIIMode();
-        char clock[6] = {};
-        csp2GetTime(clock);
-        s.scannerrawclock = std::string(clock, sizeof clock);
+        // The clock is read into its six-byte field, which keeps what it held if the read fails.
+        std::string clock = s.scannerrawclock;
+        clock.resize(6, '\0');
+        csp2GetTime(clock.data());
+        s.scannerrawclock = clock;
         testthedate();
-        char id[10] = {};
-        csp2GetParam(38, id, sizeof id);
+        // The ID comes into a field of blanks.
+        std::string id(10, ' ');
+        csp2GetParam(38, id.data(), (int32_t)id.size());
         csp2Restore();
-        s.scannerid = Left(std::string(id, sizeof id), 6);
+        s.scannerid = Left(id, 6);
         testtheID();
         setup.PortBox[type].setfillcolor(colorbox(1));
         const bool good = s.datestatus == 0 && s.timestatus == 0 && s.idstatus == 0;
@@ -159,15 +155,15 @@ void Form10::updatethetime()
     try {
         const QDateTime now = platform::clock::now();
         if (s.scannertype == 1) {
-            openopl();
-            control().writeclock(Format(now, "DD/MM/YYYY hh:nn:ss"));
+            auto opl = openopl();
+            opl->writeclock(Format(now, "DD/MM/YYYY hh:nn:ss"));
             tickcount = 0;
             Timer2.start(1000);
             while (tickcount <= 1) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
             Timer2.stop();
-            const std::string clock = control().readclock();
+            const std::string clock = opl->readclock();
             if (s.oplportstate == 1) {
-                control().closeport();
+                opl->closeport();
                 s.oplportstate = 0;
             } else if (s.oplportstate == 2) {
                 s.oplportstate = 1;

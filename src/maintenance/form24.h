@@ -50,7 +50,6 @@ public:
     QTime lastbattime;                  // time of the last level display
     Int16 lasttimecounter;              // the values last drawn
     Int16 lastboostincounter;
-    std::unique_ptr<opl::Control> opl;
 
     // ---- routines ----
     // Resets the display of this screen and the level bars of the others, and the counters
@@ -74,11 +73,10 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    opl::Control& control();
-    void readidentity(bool& bad);
+    void readidentity(opl::Control& opl, bool& bad);
     void showlevel();
     void chargestage();
     void booststage();
     void drawstages();
-    void batteryfailed();
+    void batteryfailed(std::unique_ptr<opl::Control>& opl);
 };

@@ -25,7 +25,6 @@ std::string faultdescription(int number)
     case 71: return "Disk not ready";
     case 75: return "Path/File access error";
     case 76: return "Path not found";
-    case 91: return "Object variable or With block variable not set";
     default: return "Application-defined or object-defined error";
     }
 }

@@ -46,7 +46,6 @@ constexpr int permissiondenied = 70;
 constexpr int disknotready = 71;
 constexpr int pathfileaccess = 75;
 constexpr int pathnotfound = 76;
-constexpr int objectnotset = 91;
 }  // namespace fault
 
 // The runtime's stack space for routines that call each other round in a circle (a clock

@@ -141,7 +141,7 @@ TEST_F(TestTheDate, MarginBordersAndTheWindowWithoutCorrection)
         int type, autotime, scannerminutes, scannerdays;
         QDate today;
         int timestatus, datestatus;
-    } rows[] = {
+    } cases[] = {
         {"exactly margin", 1, 0, -5, 0, QDate(2007, 3, 9), 0, 0},
         {"margin + 1", 1, 0, 6, 0, QDate(2007, 3, 9), 1, 0},
         {"margin + 1, CSP", 3, 0, -6, 0, QDate(2007, 3, 9), 1, 0},
@@ -155,7 +155,7 @@ TEST_F(TestTheDate, MarginBordersAndTheWindowWithoutCorrection)
         {"65 on 1 November, Adv", 3, 1, 65, 0, QDate(2007, 11, 1), 1, 0},
     };
     g().timemargin = 5;
-    for (const auto& r : rows) {
+    for (const auto& r : cases) {
         SCOPED_TRACE(r.legend);
         g().scannerautotime[r.type] = r.autotime;
         const QDateTime pc(r.today, QTime(12, 0, 40));

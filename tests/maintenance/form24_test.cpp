@@ -203,10 +203,10 @@ TEST_F(BatteryTimer, BoostStage)
 TEST_F(BatteryTimer, ALiftedScannerResetsWithoutAMessage)
 {
     dock({"--battery", "80"});
-    g().readdelay = 1;
     t.checkbattery(1);
     ASSERT_EQ(t.Label2.caption(), "080%");
     ASSERT_TRUE(t.Timer2.isActive());
+    g().readdelay = 1;
 
     // Lifted during the identity read of the next round: the ID read fails.
     t.pollcount = 0;
@@ -234,7 +234,7 @@ TEST_F(BatteryTimer, ALiftedScannerResetsWithoutAMessage)
 
 TEST_F(BatteryTimer, ABatteryTextWithoutPercentIsNoScanner)
 {
-    dock({"--battery-text", "85 %"});
+    dock({"--battery-text", "85%"});
     t.checkbattery(0);
     EXPECT_EQ(t.Label2.caption(), "---%");
     EXPECT_EQ(t.lastlevel, 999);
