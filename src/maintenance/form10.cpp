@@ -55,9 +55,9 @@ void guarded(const char* name, Routine routine)
 void placebutton(QWidget* screen, PictureBox& picture, const char* picturename, int image, Caption& caption,
                  const char* captionname, const char* text, int left)
 {
-    place(picture, screen, picturename, left + 120, 3180, 720, 720);
+    place(picture, screen, picturename, left + 240, 3180, 720, 720);
     picture.setpicture(ColorIcons(), image);
-    place(caption, screen, captionname, left, 3960, 960, 300);
+    place(caption, screen, captionname, left, 3960, 1200, 300);
     caption.setcaption(text);
     caption.setAlignment(Qt::AlignCenter);
 }
@@ -90,16 +90,16 @@ Form10::Form10(QWidget* parent) : QWidget(parent)
     placerow(this, 3, FitterTitleBox, FitterTitleLabel, "FitterTitleBox", "FitterTitleLabel", "Engineer", FitterBox,
              FitterLabel[1], "FitterBox", "FitterLabel", 1);
 
-    place(UploadBox, this, "UploadBox", 2280, 3120, 1200, 1200);
-    placebutton(this, UpdateTime, "UpdateTime", 12, TimeUpdate, "TimeUpdate", "Update Time", 120);
-    placebutton(this, UpdateID, "UpdateID", 11, IDUpdate, "IDUpdate", "Update ID", 1200);
-    placebutton(this, UploadSW, "UploadSW", 13, SWUpload, "SWUpload", "Upload Software", 2400);
+    place(UploadBox, this, "UploadBox", 2460, 3120, 1200, 1200);
+    placebutton(this, UpdateTime, "UpdateTime", 12, TimeUpdate, "TimeUpdate", "Update Time", 60);
+    placebutton(this, UpdateID, "UpdateID", 11, IDUpdate, "IDUpdate", "Update ID", 1260);
+    placebutton(this, UploadSW, "UploadSW", 13, SWUpload, "SWUpload", "Upload Software", 2460);
     SWUpload.setWordWrap(true);
     SWUpload.resize(SWUpload.width(), twips(340));
 
-    place(Image2, this, "Image2", 3840, 3180, 720, 720);
+    place(Image2, this, "Image2", 3900, 3180, 720, 720);
     Image2.setpicture(MiscIcons(), 6);
-    place(Label4[1], this, "Label4", 1, 3720, 3960, 960, 300);
+    place(Label4[1], this, "Label4", 1, 3780, 3960, 960, 300);
     Label4[1].setcaption("Finish");
     Label4[1].setAlignment(Qt::AlignCenter);
     place(Label4[0], this, "Label4", 0, 120, 4440, 4575, 300);
