@@ -15,9 +15,4 @@ TEST(ChargeCurve, SumsAlongTheCurve)
     for (const auto& r : rows) EXPECT_EQ(chargeminutes(r.level), r.minutes) << "level " << r.level;
 }
 
-TEST(ChargeCurve, NeverRisesWithTheLevel)
-{
-    for (int level = 0; level < 101; ++level) EXPECT_GE(chargeminutes(level), chargeminutes(level + 1)) << level;
-}
-
 }  // namespace
