@@ -5,30 +5,11 @@
 
 #include "platform/crc16.h"
 #include "platform/csp2_protocol.h"
+#include "support/hex.h"
 
 namespace {
 
 using csp::Bytes;
-
-Bytes hexbytes(const std::string& text)
-{
-    Bytes b;
-    std::istringstream in(text);
-    std::string h;
-    while (in >> h) b.push_back((uint8_t)std::stoi(h, nullptr, 16));
-    return b;
-}
-
-std::string hexof(const Bytes& b)
-{
-    std::string s;
-    char t[4];
-    for (size_t i = 0; i < b.size(); ++i) {
-        std::snprintf(t, sizeof t, i ? " %02X" : "%02X", b[i]);
-        s += t;
-    }
-    return s;
-}
 
 const char* interrogaterep = "01 02 11 00 00 00 00 00 10 02 03 04 52 42 42 56 30 31 30 34 00 A1 AB";
 const char* gettimerep = "0A 02 06 05 1E 0E 19 03 18 00 B1 F4";

@@ -4,30 +4,11 @@
 #include <sstream>
 
 #include "platform/opl_protocol.h"
+#include "support/hex.h"
 
 namespace {
 
 using opl::Bytes;
-
-Bytes hexbytes(const std::string& text)
-{
-    Bytes b;
-    std::istringstream in(text);
-    std::string h;
-    while (in >> h) b.push_back((uint8_t)std::stoi(h, nullptr, 16));
-    return b;
-}
-
-std::string hexof(const Bytes& b)
-{
-    std::string s;
-    char t[4];
-    for (size_t i = 0; i < b.size(); ++i) {
-        std::snprintf(t, sizeof t, i ? " %02X" : "%02X", b[i]);
-        s += t;
-    }
-    return s;
-}
 
 const std::string readclockreq = "01 63 00 00 39 0E";
 const std::string readclockrep = "01 E3 00 14 00 33 31 2F 31 32 2F 32 30 32 34 20 32 33 3A 35 39 3A 35 38 F7 35";

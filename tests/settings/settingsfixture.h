@@ -17,43 +17,17 @@
 #include "platform/dialogs.h"
 #include "platform/files.h"
 #include "platform/paths.h"
+#include "pipeline/pipelinefixture.h"
 #include "support/tempinstall.h"
 
-class SettingsTest : public ::testing::Test {
+// A settings test's world: the pipeline tests' install, dated 9 March 2007 14:05:07.
+class SettingsTest : public PipelineTest {
 protected:
-    void SetUp() override
-    {
-        resetglobals();
-        platform::clock::set(QDateTime(QDate(2007, 3, 9), QTime(14, 5, 7)));
-        g().homedir = platform::installfolder;
-        files::makefolder(g().homedir + "LOGS");
-        files::makefolder("c:\\tarnbc");
-        dialogs::reset();
-        dialogs::setunattended(true);
-        dialogs::cleartranscript();
-    }
-    void TearDown() override { platform::clock::reset(); }
-
     std::string inipath() const { return install.host(g().homedir + "TAGSTORE.INI"); }
     void writeini(const std::string& bytes) const { TempInstall::writefile(inipath(), bytes); }
     std::string ini() const { return TempInstall::readfile(inipath()); }
     std::string local(const std::string& name) const { return install.host("c:\\tarnbc\\" + name); }
 
-    // Lines of today's log.
-    std::vector<std::string> loglines() const
-    {
-        std::vector<std::string> lines;
-        std::string text = TempInstall::readfile(install.host(g().homedir + "LOGS\\09_LOG.TXT")), line;
-        for (char c : text) {
-            if (c == '\n') {
-                lines.push_back(line);
-                line.clear();
-            } else if (c != '\r') {
-                line += c;
-            }
-        }
-        return lines;
-    }
     bool logged(const std::string& text) const
     {
         for (const auto& l : loglines())
@@ -69,7 +43,6 @@ protected:
         return out;
     }
 
-    TempInstall install;
 };
 
 // A pseudo-terminal that stands for a serial port: COMn of platform.ini maps to its slave.
