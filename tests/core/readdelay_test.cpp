@@ -22,7 +22,7 @@ TEST(ReadDelay, NoneAtZeroAndNPlusOneTicksOtherwise)
     t.restart();
     waitreaddelay();
     EXPECT_GE(t.elapsed(), 1900);
-    EXPECT_LT(t.elapsed(), 3500);
+    EXPECT_LT(t.elapsed(), 10000) << "two ticks, not a hang";
     EXPECT_TRUE(ran) << "events run during the wait";
     resetglobals();
 }
