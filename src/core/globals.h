@@ -77,6 +77,18 @@ struct Globals {
     // result while the port is unchanged.
     FixedArray<Int16, 1, 3> portlasttested;  // port the scanner was last tested on, 0 none
     FixedArray<Int16, 1, 3> scannertested;   // 1 when that test found the scanner
+
+    // ---- scanner maintenance: the scanner's clock, ID and battery as last read ----------
+    std::string scannerclock;                      // OPL 972x clock, "dd/mm/yyyy hh:nn:ss"
+    std::string scannerrawclock = std::string(6, '\0');  // CSP2 clock: second, minute, hour,
+                                                   // day, month, year, a byte each
+    std::string scannerdate;                       // "DDMMYY" as read
+    std::string scannertime;                       // "HHMM" as read
+    Int16 datestatus;        // 0 good, 1 fault, 2 not yet judged
+    Int16 timestatus;        // the same for the time
+    Int16 idstatus;          // 0 good, 1 not all digits, 2 too long, 3 unprogrammed,
+                             // 4 taken as its last three digits by the user
+    Int16 batterylevel;      // OPL 972x battery percent
 };
 
 // The program's shared block.

@@ -12,4 +12,5 @@ public:
     explicit Form12(QWidget* parent = nullptr);
 
     ListBox List1;   // the lines under repair
+    Caption Label3;  // the scanner's clock, "HHMM DDMMYY"
 };

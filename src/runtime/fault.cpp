@@ -11,6 +11,7 @@ std::string faultdescription(int number)
     case 9: return "Subscript out of range";
     case 11: return "Division by zero";
     case 13: return "Type mismatch";
+    case 28: return "Out of stack space";
     case 52: return "Bad file name or number";
     case 53: return "File not found";
     case 55: return "File already open";
@@ -40,3 +41,20 @@ Fault Fault::from(const std::exception& e)
 }
 
 void raisefault(int number) { throw Fault::of(number); }
+
+namespace {
+int stackdepth = 0;
+int stacklimit = 500;
+}  // namespace
+
+StackLevel::StackLevel()
+{
+    if (stackdepth >= stacklimit) raisefault(fault::outofstack);
+    ++stackdepth;
+}
+
+StackLevel::~StackLevel() { --stackdepth; }
+
+int StackLevel::depth() { return stackdepth; }
+void StackLevel::setlimit(int levels) { stacklimit = levels; }
+int StackLevel::limit() { return stacklimit; }

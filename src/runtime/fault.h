@@ -32,6 +32,7 @@ constexpr int outofmemory = 7;
 constexpr int subscript = 9;
 constexpr int divisionbyzero = 11;
 constexpr int typemismatch = 13;
+constexpr int outofstack = 28;
 constexpr int badfilename = 52;
 constexpr int filenotfound = 53;
 constexpr int filealreadyopen = 55;
@@ -46,3 +47,20 @@ constexpr int disknotready = 71;
 constexpr int pathfileaccess = 75;
 constexpr int pathnotfound = 76;
 }  // namespace fault
+
+// The runtime's stack space for routines that call each other round in a circle (a clock
+// write that re-judges the clock, which writes it again): each entry takes one level, and
+// the entry past the limit raises 28 "Out of stack space" in the caller, whose handler
+// deals with it like any other fault.
+class StackLevel {
+public:
+    StackLevel();
+    ~StackLevel();
+    StackLevel(const StackLevel&) = delete;
+    StackLevel& operator=(const StackLevel&) = delete;
+
+    static int depth();
+    // Levels available (500 unless set; tests set fewer).
+    static void setlimit(int levels);
+    static int limit();
+};

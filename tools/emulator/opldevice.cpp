@@ -103,7 +103,7 @@ void OplDevice::handle(const opl::Frame& f)
         answer(opl::resok, opl::be32((uint32_t)mem_.lines.size()));
         break;
     case opl::cmdbattery:
-        answer(opl::resok, opl::textbytes(opl::batterytext(mem_.battery)));
+        answer(opl::resok, opl::textbytes(o_.batterytext.empty() ? opl::batterytext(mem_.battery) : o_.batterytext));
         break;
     case opl::cmddownload:
         download();

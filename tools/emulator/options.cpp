@@ -76,6 +76,7 @@ Options parseoptions(int argc, char** argv)
         {"refuse-id", "Fault: keep the ID when it is set."},
         {"garbage", "Fault: answer this command with bytes that make no frame.", "COMMAND"},
         {"bad-crc", "Fault: answer this command with a bad CRC.", "COMMAND"},
+        {"battery-text", "Fault: answer the battery read with this text (opl).", "TEXT"},
     });
     p.addHelpOption();
     if (!p.parse(args)) bad(p.errorText().toStdString());
@@ -122,6 +123,8 @@ Options parseoptions(int argc, char** argv)
     o.refuseid = p.isSet("refuse-id");
     o.garbage = p.value("garbage").toStdString();
     o.badcrc = p.value("bad-crc").toStdString();
+    o.batterytext = p.value("battery-text").toStdString();
+    if (o.batterytext.size() > 64) bad("--battery-text takes at most 64 characters");
     std::string names = std::string(" ") + commandnames(o.type) + " all ";
     for (const auto& c : {o.garbage, o.badcrc})
         if (!c.empty() && names.find(" " + c + " ") == std::string::npos)

@@ -28,6 +28,7 @@ struct Options {
     bool refuseid = false;
     std::string garbage;          // command name (or "all") answered with garbage
     std::string badcrc;           // command name (or "all") answered with a bad CRC
+    std::string batterytext;      // opl: the battery answer as it stands, instead of the level
 };
 
 // Reads the command line. On --help prints the text and exits 0; on a bad option prints the
