@@ -1,6 +1,7 @@
 #include "settings/setuptests.h"
 
 #include "core/globals.h"
+#include "core/runtimeerror.h"
 #include "maintenance/form10.h"
 #include "maintenance/screens.h"
 #include "scanner/form7.h"
@@ -48,7 +49,7 @@ void scanforport(int i)
     Form7& scan = form7();
     scan.setup.setsports = [](int type, const std::string& text) { form2().SPorts[type].settext(text); };
     scan.setup.clearbport = [] { form2().BPort[g().scannertype].settext("0"); };
-    scan.setup.runtests = runtests;
+    scan.setup.runtests = [](int type) { guarded([type] { runtests(type); }); };
     s.pressedop = 1;
     scan.startscan();
 }

@@ -131,6 +131,7 @@ TEST_F(SetupSave, NoScannerAndAnEmptyTerminalNumberAskTheirOwnQuestions)
     g().savetype = 1;
     g().fittertype = 0;
     g().serverip = "127.0.0.1";
+    f.ServerIP.settext("127.0.0.1");
     showsavetype();
     icmp::inject::noreply(true);   // the store fails; Direct holds data on the PC
     for (const char* tno : {"", "000"}) {
