@@ -125,15 +125,4 @@ TEST_F(FirstRun, TheCompanyScreenOpenedForAnythingElseAsksNothing)
     EXPECT_TRUE(form2().isHidden());
 }
 
-TEST_F(FirstRun, TheImportOfAnEarlierLayoutStaysOff)
-{
-    writeini("[Settings]\r\nport=5;\r\nsaveto=1\r\nserver=10.1.1.5;\r\ntermid=12;\r\n");
-    form2().TarnTNO.settext("999");
-    g().savetype = 0;
-    initialcheck();
-    EXPECT_EQ(g().savetype, 0);
-    EXPECT_EQ(form2().TarnTNO.value(), "999");
-    EXPECT_EQ(dialogs::transcript().size(), 0u);
-}
-
 }  // namespace

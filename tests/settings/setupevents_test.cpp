@@ -1,6 +1,5 @@
 // The setup screen's controls as a user works them: the automatic download and clock
-// adjustment switches, the terminal number and address boxes when they lose the focus, and
-// a port typed into a list.
+// adjustment switches, and the terminal number and address boxes when they lose the focus.
 #include "settingsfixture.h"
 
 #include "settings/form2.h"
@@ -14,10 +13,8 @@ protected:
     void SetUp() override
     {
         SettingsTest::SetUp();
-        install.configure("[ports]\nCOM3=" + com3.name() + "\nCOM5=" + com5.name() + "\n");
         form2().changingtype = 0;
     }
-    Pty com3, com5;
 };
 
 TEST_F(SetupEvents, AutomaticDownloadFlipsAndTheClockAdjustmentGoesRound)
@@ -83,24 +80,6 @@ TEST_F(SetupEvents, TheAddressBoxTakesAnEmailAddressOrAServer)
     EXPECT_EQ(g().serverip, "300.1.1.1");
     EXPECT_EQ(g().storestate, 6);
     EXPECT_EQ(f.Shape1[7].fillcolor(), colorbox(boxfault));
-}
-
-TEST_F(SetupEvents, APortTypedInLowerCaseIsWrittenInUpperCase)
-{
-    Form2& f = form2();
-    f.SPorts[3].setEditText("com5");
-    EXPECT_EQ(f.SPorts[3].text(), "COM5");
-    EXPECT_EQ(g().scannerport[3], 5);
-    f.SPorts[3].setEditText("3");
-    EXPECT_EQ(f.SPorts[3].text(), "COM3");
-    for (const char* bad : {"COM17", "COM5"}) {
-        if (std::string(bad) == "COM5") com5.hold();   // now held by another program
-        f.SPorts[3].setEditText("");
-        f.SPorts[3].setEditText(bad);
-        EXPECT_EQ(f.portfault[3], 1) << bad;
-        EXPECT_EQ(f.ScanBox[3].fillcolor(), colorbox(boxfault)) << bad;
-        EXPECT_EQ(g().scannerport[3], 3) << bad;
-    }
 }
 
 }  // namespace
