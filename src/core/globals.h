@@ -89,6 +89,11 @@ struct Globals {
     Int16 idstatus;          // 0 good, 1 not all digits, 2 too long, 3 unprogrammed,
                              // 4 taken as its last three digits by the user
     Int16 batterylevel;      // OPL 972x battery percent
+
+    // ---- data delivery: mailed-in files ------------------------------------------------
+    Int16 importbusy;        // 1 while the import or its check runs
+    Int16 filesoutstanding;  // read by the start-up before it shows the main screen; nothing
+                             // sets it, so it stays 0
 };
 
 // The program's shared block.
