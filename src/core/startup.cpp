@@ -124,7 +124,6 @@ void form9load(const std::string& commandline)
         line = 6;
         connectmonitor();
         addtrayicon();
-        if (!tray::available()) addtologfile("Form9/Load: No system tray on this desktop; the program runs without its icon");
         f.hide();
         f.iconm1 = "0";
         f.iconm2 = "0";
@@ -156,6 +155,8 @@ void form9load(const std::string& commandline)
         // 11, 12: the day's logs, the first-run mark
         line = 11;
         checklogfiles();
+        // Said once, now that the day's log is open.
+        if (!tray::available()) addtologfile("Form9/Load: No system tray on this desktop; the program runs without its icon");
         line = 12;
         {
             SettingsReader reader;
@@ -166,6 +167,7 @@ void form9load(const std::string& commandline)
         // 13: a first run goes through the company and setup screens
         if (s.firstrun == 0) {
             line = 81;
+            addtologfile("Form9/Load: First run - company information requested");
             startfirstrun();
             line = 82;
             return;
