@@ -2,6 +2,7 @@
 // source are chosen; its controls are the working copy of the settings file.
 #pragma once
 
+#include <QGroupBox>
 #include <QWidget>
 #include <string>
 
@@ -65,7 +66,7 @@ public:
     // test all.
     FixedArray<Shape, 0, 15> Shape1;
     FixedArray<Caption, 0, 15> Label4;
-    FixedArray<QWidget, 1, 3> Frame;           // Frame1 scanners, Frame2 location, Frame3 engineers
+    FixedArray<QGroupBox, 1, 3> Frame;         // Frame1 scanners, Frame2 location, Frame3 engineers
 
     // ---- the buttons: a picture and its caption ----
     FixedArray<PictureBox, 0, 0> Update, Undo, Cancel, Help;
