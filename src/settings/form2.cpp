@@ -117,10 +117,11 @@ Form2::Form2(QWidget* parent) : QWidget(parent)
     const char* bnames[] = {"Update", "Undo", "Cancel", "Help"};
     const char* lnames[] = {"UpdateLabel", "UndoLabel", "CancelLabel", "HelpLabel"};
     const char* texts[] = {"Update", "Undo", "Cancel", "Help"};
+    const int images[] = {9, 2, 1, 4};  // save, undo, cancel, help
     for (int b = 0; b < 4; ++b) {
         const int left = 120 + b * 2340;
         place(*buttons[b], this, bnames[b], 0, left + 600, 8400, 720, 720);
-        buttons[b]->setpicture(ColorIcons(), 1 + b);
+        buttons[b]->setpicture(ColorIcons(), images[b]);
         place(*labels[b], this, lnames[b], 0, left, 9180, 1920, 280);
         labels[b]->setcaption(texts[b]);
         labels[b]->setAlignment(Qt::AlignCenter);
