@@ -89,6 +89,10 @@ struct Globals {
     Int16 idstatus;          // 0 good, 1 not all digits, 2 too long, 3 unprogrammed,
                              // 4 taken as its last three digits by the user
     Int16 batterylevel;      // OPL 972x battery percent
+
+    // ---- download orchestration: reading, clearing and the main screen's actions ------------
+    Int16 deleteallowed;     // 1 when the scanner may be cleared after the save
+    std::string corruptid;   // the ID of the scanner whose lines are being saved or repaired
 };
 
 // The program's shared block.

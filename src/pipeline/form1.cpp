@@ -2,6 +2,7 @@
 
 #include "core/colorbox.h"
 #include "core/imagelists.h"
+#include "pipeline/mainactions.h"
 
 
 Form1::Form1(QWidget* parent) : QWidget(parent)
@@ -58,4 +59,6 @@ Form1::Form1(QWidget* parent) : QWidget(parent)
     Close.setpicture(MiscIcons(), 6);
     place(CloseLabel, this, "CloseLabel", 6360, 8900, 720, 240);
     CloseLabel.setcaption("Close");
+
+    wireform1(*this);
 }
