@@ -90,7 +90,7 @@ TEST_P(TransferEndToEnd, ReadsProcessesSavesAndClears)
     } else {
         EXPECT_EQ(get("c:\\tarnbc\\BAR001.INI"), barbytes("123", "00220070309", lines));
         EXPECT_EQ(get("c:\\tarnbc\\BARCODE.INI"), masterbytes("001"));
-        EXPECT_FALSE(files::exists(share + "/BAR001.007"));
+        EXPECT_FALSE(has("\\\\127.0.0.1\\tagstore\\BAR001.007"));
     }
     EXPECT_EQ(datalog(), (std::vector<std::string>{"ENTRY: Scanner 000123 1405 20070309", "[000000123]",
                                                    "000=00220070309", "001=" + lines[0], "002=" + lines[1], "END"}));
