@@ -23,7 +23,7 @@ Form1::Form1(QWidget* parent) : QWidget(parent)
         Shape1[i].setfillcolor(colorbox(i == 0 || i == 4 ? 6 : 5));
         place(*pictures[i], this, picturenames[i], left + 180, 180, 960, 840);
         pictures[i]->setpicture(ColorIcons(), images[i]);
-        place(*captions[i], this, captionnames[i], left + 60, 1080, 1200, 300);
+        place(*captions[i], this, captionnames[i], left, 1080, 1320, 300);
         captions[i]->setcaption(texts[i]);
         captions[i]->setAlignment(Qt::AlignCenter);
     }

@@ -1,7 +1,11 @@
 // The main screen's other actions against emulated scanners: Read, Delete, Check, the
 // select scanner type screen with several scanners in use, the status screen during a
 // download, and the clicks of Settings, the battery caption, Help and the outstanding list.
+#include <QApplication>
+#include <QDir>
 #include <QEvent>
+#include <QImage>
+#include <QMouseEvent>
 
 #include "core/form16.h"
 #include "downloadfixture.h"
@@ -310,4 +314,63 @@ TEST_F(MainScreen, GuardQuestionFreesAStuckFlag)
     EXPECT_EQ(boxes("Confirm Transfer Status").size(), 2u);
     EXPECT_EQ(g().runmode, 0);
     EXPECT_EQ(g().pressedop, 0);
+}
+
+TEST_F(MainScreen, ClicksDuringATransferDoNothing)
+{
+    std::string lines;
+    for (int i = 1; i <= 20; ++i) lines += "0001" + Format(10000000 + i, "00000000") + "0,090307,0830\n";
+    dock(1, {"--id", "123", "--battery", "85", "--baud", "19200", "--records", records(lines)});
+    form1().show();
+    reseticons();
+    bool clicked = false;
+    whilewaiting([&] {
+        if (!form6().isVisible()) return false;
+        // The download is running: every button is locked.
+        for (QWidget* w : std::initializer_list<QWidget*>{&form1().Transfer, &form1().TransferLabel, &form1().Read,
+                                                          &form1().Delete, &form1().Check}) {
+            EXPECT_FALSE(w->isEnabled());
+            QMouseEvent press(QEvent::MouseButtonPress, QPointF(5, 5), QPointF(5, 5), Qt::LeftButton, Qt::LeftButton,
+                              Qt::NoModifier);
+            QApplication::sendEvent(w, &press);
+        }
+        clicked = true;
+        return true;
+    });
+    runtransfer();
+    EXPECT_TRUE(clicked);
+    EXPECT_TRUE(form10().isHidden());
+    EXPECT_EQ(Left(get("c:\\tarnbc\\BAR001.INI"), 28), "[000000123]\r\n000=02020070309") << "one transfer, all lines";
+    EXPECT_EQ(get("c:\\tarnbc\\BARCODE.INI"), masterbytes("001"));
+    EXPECT_EQ(g().runmode, 0);
+
+    // Entered again while a transfer holds the flag, it returns before doing anything.
+    g().runmode = 1;
+    g().pressedop = 3;
+    form1().List2.clear();
+    runtransfer();
+    EXPECT_TRUE(activity().empty());
+    EXPECT_EQ(g().runmode, 1);
+    EXPECT_EQ(g().pressedop, 3);
+    runread();
+    rundelete();
+    runcheck();
+    EXPECT_TRUE(activity().empty());
+    EXPECT_TRUE(form10().isHidden());
+}
+
+TEST_F(MainScreen, PictureAfterATransfer)
+{
+    // The OPL 972x: its clear after the save keeps the activity list, so the picture shows
+    // the whole transfer.
+    dock(1, {"--id", "123", "--battery", "85", "--records", records(oplrecords())});
+    form1().show();
+    reseticons();
+    runtransfer();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(activity().back(), "Data Cleared From The Scanner");
+    const QImage image = form1().grab().toImage();
+    EXPECT_EQ(image.size(), form1().size());
+    QDir().mkpath(VEXAL_BINARY_DIR "/screens");
+    EXPECT_TRUE(image.save(VEXAL_BINARY_DIR "/screens/form1-transfer.png"));
 }
