@@ -168,6 +168,14 @@ void TextBox::settext(const std::string& text) { setText(boxtext(text)); }
 
 std::string TextBox::value() const { return text().toLatin1().toStdString(); }
 
+void TextBox::focusOutEvent(QFocusEvent* event)
+{
+    QLineEdit::focusOutEvent(event);
+    // Only a move to another control of the program counts; a window or menu that comes
+    // up in front leaves the focus where it was.
+    if (event->reason() != Qt::ActiveWindowFocusReason && event->reason() != Qt::PopupFocusReason) emit lostfocus();
+}
+
 // ---- ComboBox ------------------------------------------------------------------------
 
 ComboBox::ComboBox(QWidget* parent) : QComboBox(parent)

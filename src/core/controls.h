@@ -109,6 +109,13 @@ public:
 
     void settext(const std::string& text);   // up to its first NUL, as an edit box takes it
     std::string value() const;
+
+signals:
+    // The focus moved to another control (not to another window or a menu).
+    void lostfocus();
+
+protected:
+    void focusOutEvent(QFocusEvent* event) override;
 };
 
 // A drop-down list whose text can also be typed (the port lists of the setup screen).

@@ -8,16 +8,12 @@
 #include "pipeline/screens.h"
 #include "platform/dialogs.h"
 
-namespace {
-
 void enablebutton(PictureBox& picture, Caption& caption, int image, bool on)
 {
     picture.setpicture(on ? ColorIcons() : GreyIcons(), image);
     picture.setEnabled(on);
     caption.setEnabled(on);
 }
-
-}  // namespace
 
 void reseticons()
 {

@@ -3,29 +3,13 @@
 #include <QCloseEvent>
 
 #include "core/imagelists.h"
+#include "core/runtimeerror.h"
 #include "delivery/listfiles.h"
 #include "pipeline/form1.h"
 #include "pipeline/screens.h"
 #include "platform/dialogs.h"
 #include "runtime/vb.h"
 
-namespace {
-
-// The double-click handlers keep no handler of their own: a fault in them is shown as the
-// runtime's error box, and the program goes on.
-template <typename Handler>
-void guarded(Handler handler)
-{
-    try {
-        handler();
-    } catch (const std::exception& e) {
-        const Fault f = Fault::from(e);
-        MsgBox("Run-time error '" + CStr((long long)f.number) + "':\r\n\r\n" + f.description, vbCritical,
-               "VEXAL Scanner Interface");
-    }
-}
-
-}  // namespace
 
 Form28::Form28(QWidget* parent) : QWidget(parent)
 {

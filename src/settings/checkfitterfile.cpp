@@ -68,3 +68,9 @@ void checkfitterfile()
     if (s.fitterstatus == 0) report(status, boxidle, true);
     else report(status, boxfault, false);
 }
+
+void checkfittersource()
+{
+    if (g().fittertype == 0 || g().storestate == 0) checkfitterfile();
+    else paint(form2().Shape1[10], boxfault);
+}

@@ -7,3 +7,6 @@
 // c:\tarnbc\ENGLST.TXT behind. The result colours Shape1(10) of the setup screen, shows on
 // the system check screen and, unless it is a plain success, goes to the log.
 void checkfitterfile();
+// After a store check: checkfitterfile when the list is local or the store is usable;
+// otherwise the list cannot be reached and Shape1(10) takes the fault colour.
+void checkfittersource();

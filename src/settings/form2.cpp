@@ -11,6 +11,7 @@
 
 std::string LocalAddress::LocalIP() const
 {
+    if (!fixed.empty()) return fixed;
     for (const QHostAddress& a : QNetworkInterface::allAddresses()) {
         if (a.protocol() == QAbstractSocket::IPv4Protocol && !a.isLoopback())
             return a.toString().toStdString();
@@ -28,6 +29,9 @@ Form2::Form2(QWidget* parent) : QWidget(parent)
     place(Frame[1], this, "Frame1", 120, 120, 9375, 4680);
     place(Frame[2], this, "Frame2", 120, 4920, 9375, 1680);
     place(Frame[3], this, "Frame3", 120, 6720, 9375, 1560);
+    Frame[1].setTitle("Scanners");
+    Frame[2].setTitle("File Download Location");
+    Frame[3].setTitle("Engineer Information");
 
     for (int i = 1; i <= 3; ++i) {
         QWidget* f = &Frame[1];
@@ -131,6 +135,7 @@ Form2::Form2(QWidget* parent) : QWidget(parent)
     }
     connect(&FitterList, &PictureBox::clicked, this, openengineerlist);
     connect(&Label4[9], &Caption::clicked, this, openengineerlist);
+    wireevents();
 }
 
 void Form2::closeEvent(QCloseEvent* event)

@@ -2,6 +2,7 @@
 // source are chosen; its controls are the working copy of the settings file.
 #pragma once
 
+#include <QGroupBox>
 #include <QWidget>
 #include <string>
 
@@ -12,6 +13,11 @@
 struct LocalAddress {
     // The first non-loopback IPv4 address of this machine, "127.0.0.1" when there is none.
     std::string LocalIP() const;
+    // Test seam: LocalIP() answers `address` from now on; "" goes back to the machine's own.
+    void setaddress(const std::string& address) { fixed = address; }
+
+private:
+    std::string fixed;
 };
 
 class Form2 : public QWidget {
@@ -60,7 +66,7 @@ public:
     // test all.
     FixedArray<Shape, 0, 15> Shape1;
     FixedArray<Caption, 0, 15> Label4;
-    FixedArray<QWidget, 1, 3> Frame;           // Frame1 scanners, Frame2 location, Frame3 engineers
+    FixedArray<QGroupBox, 1, 3> Frame;         // Frame1 scanners, Frame2 location, Frame3 engineers
 
     // ---- the buttons: a picture and its caption ----
     FixedArray<PictureBox, 0, 0> Update, Undo, Cancel, Help;
@@ -80,9 +86,16 @@ public:
 signals:
     // Raised when the screen is closed by its window frame (the Cancel flow handles it).
     void closing();
+    // The user chose to leave the program before the first setup was saved; the monitor
+    // form ends the program (fullexit).
+    void exitprogram();
 
 protected:
     void closeEvent(class QCloseEvent* event) override;
+
+private:
+    // Connects the controls' clicks and focus changes to the setup routines.
+    void wireevents();
 };
 
 Form2& form2();

@@ -145,6 +145,5 @@ void checkserverip()
     Globals& s = g();
     if (s.serverip == s.lastgoodip) return;
     checkstorelocation();
-    if (s.fittertype == 0 || s.storestate == 0) checkfitterfile();
-    else form2().Shape1[10].setfillcolor(lightcolour(Light::fault));
+    checkfittersource();
 }

@@ -3,10 +3,8 @@
 // drawing must have the screen's size and more than a blank face.
 #include "settingsfixture.h"
 
-#include <QCoreApplication>
-#include <QDir>
-#include <QImage>
-
+#include "platform/icmp.h"
+#include "settings/firstrun.h"
 #include "settings/form14.h"
 #include "settings/form2.h"
 #include "settings/form3.h"
@@ -14,6 +12,9 @@
 #include "settings/form5.h"
 #include "settings/settingscreate.h"
 #include "settings/settingsload.h"
+#include "settings/setupports.h"
+#include "settings/setuptypes.h"
+#include "support/screenshot.h"
 
 namespace {
 
@@ -28,21 +29,7 @@ protected:
                                " 6,6,Lead Blank\r\n000012,000012,Cy Young\r\n");
     }
 
-    // Draws the screen and checks the drawing; returns the number of colours in it.
-    int drawn(QWidget& screen, const char* name)
-    {
-        screen.show();
-        QCoreApplication::processEvents();
-        const QImage image = screen.grab().toImage();
-        screen.hide();
-        EXPECT_EQ(image.size(), screen.size()) << name;
-        QDir().mkpath(VEXAL_BINARY_DIR "/screens");
-        EXPECT_TRUE(image.save(QString(VEXAL_BINARY_DIR "/screens/") + name + ".png")) << name;
-        QSet<QRgb> colours;
-        for (int y = 0; y < image.height(); y += 2)
-            for (int x = 0; x < image.width(); x += 2) colours.insert(image.pixel(x, y));
-        return colours.size();
-    }
+    int drawn(QWidget& screen, const char* name) { return drawscreen(screen, name); }
 
     Pty com3, com5;
 };
@@ -64,6 +51,33 @@ TEST_F(SettingsScreens, SetupScreenAfterALoad)
     Form2& f = form2();
     f.setWindowTitle("Setup");
     EXPECT_GT(drawn(f, "Form2"), 8);
+}
+
+TEST_F(SettingsScreens, SetupScreenOnAFirstRunWithAServerThatDoesNotAnswer)
+{
+    // A first run: Undo hidden; the OPL 972x chosen on COM3, then Server, guessed from the
+    // PC's own address where nothing answers.
+    createsettingsfile();
+    TempInstall::writefile(install.host(g().homedir + "BAR999.INI"), "[000000999]\r\n000=000 20070309\r\n");
+    g().commandline = "startup";
+    settingsfromfile();   // stops at the company name of a new file; the screen is as loaded
+    dialogs::cleartranscript();
+    startfirstrun();
+    form3().hide();
+    Form2& f = form2();
+    f.changingtype = 0;
+    f.SPorts[1].settext("COM3");
+    showandhide(1, 0);
+    f.ServerIP.settext("");
+    f.Winsock1.setaddress("127.0.0.33");
+    g().storestate = 3;
+    icmp::inject::noreply(true);
+    setsavetype(2);
+    icmp::inject::reset();
+    f.Winsock1.setaddress("");
+    f.setWindowTitle("Setup");
+    EXPECT_EQ(f.ServerIP.value(), "127.0.0.???");
+    EXPECT_GT(drawn(f, "Form2-firstrun"), 8);
 }
 
 TEST_F(SettingsScreens, CompanyScreenOnAFirstStart)
