@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 
 #include "core/colorbox.h"
+#include "core/form9.h"
 #include "core/globals.h"
 #include "core/imagelists.h"
 #include "core/logs.h"
@@ -82,6 +83,7 @@ void readordelete(bool reading)
     if (s.runmode > 0) return;
     s.oplerror = 0;
     s.runmode = 2;
+    setinterval(form9().Timer1, 1000);
     events();
     const int n = countscanners();
     reseticons();
@@ -148,6 +150,7 @@ void runtransfer()
 
         step = 3;
         s.runmode = 1;
+        setinterval(form9().Timer1, 1000);
         events();
         const int n = countscanners();
         step = 4;

@@ -11,6 +11,7 @@
 
 #include "core/colorbox.h"
 #include "core/form6.h"
+#include "core/form9.h"
 #include "core/imagelists.h"
 #include "maintenance/form10.h"
 #include "maintenance/form24.h"
@@ -45,6 +46,7 @@ protected:
                                                           &form24(), &form2(), &form16()})
             w->hide();
         form6().resetballs();
+        form9().Timer1.stop();
         form10().Timer1.stop();
         form24().Timer1.stop();
         form24().Timer2.stop();

@@ -1,6 +1,7 @@
 // Transfers from the main screen against emulated scanners of each type, with each of the
 // three save types that write files: the lists, the logs, the files byte for byte, the
 // raw file and its backup, the flags on the way and the scanner's memory afterwards.
+#include "core/form9.h"
 #include "downloadfixture.h"
 
 namespace {
@@ -75,6 +76,8 @@ TEST_P(TransferEndToEnd, ReadsProcessesSavesAndClears)
     EXPECT_EQ(g().runmode, 0);
     EXPECT_EQ(g().pressedop, 0);
     EXPECT_EQ(g().deleteallowed, 1);
+    EXPECT_TRUE(form9().Timer1.isActive()) << "the monitor's icon timer runs during a transfer";
+    EXPECT_EQ(form9().Timer1.interval(), 1000);
     EXPECT_TRUE(form1().Transfer.isEnabled());
     EXPECT_EQ(form1().Transfer.picturelist(), "ColorIcons");
     EXPECT_EQ(form1().Label3.forecolor(), colorbox(13));
