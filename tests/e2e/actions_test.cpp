@@ -6,6 +6,8 @@
 #include <QEvent>
 #include <QImage>
 #include <QMouseEvent>
+#include <QThread>
+#include <csignal>
 
 #include "core/form16.h"
 #include "downloadfixture.h"
@@ -373,4 +375,23 @@ TEST_F(MainScreen, PictureAfterATransfer)
     EXPECT_EQ(image.size(), form1().size());
     QDir().mkpath(VEXAL_BINARY_DIR "/screens");
     EXPECT_TRUE(image.save(VEXAL_BINARY_DIR "/screens/form1-transfer.png"));
+}
+
+TEST_F(MainScreen, SymbolOnAutomaticIsTurnedOffAfterTheTransfer)
+{
+    dock(3, {"--id", "123", "--records", records(csprecords())});
+    g().scannerauto[3] = 1;
+    runtransfer();
+    EXPECT_EQ(activity().back(), "Please Remove Scanner");
+    // It no longer answers the poll.
+    csp2Init(5);
+    csp2SetRetryCount(1);
+    EXPECT_EQ(csp2Interrogate(), csp2::nocomms);
+    csp2Restore();
+    // A key press wakes it.
+    scanners[6]->signal(SIGUSR1);
+    QThread::msleep(100);
+    csp2Init(5);
+    EXPECT_EQ(csp2Interrogate(), csp2::ok);
+    csp2Restore();
 }

@@ -74,10 +74,12 @@ protected:
     }
 
     // Docks a scanner of `type` (1 opl, 2 opn, 3 cs1504) on COM`com` and puts it in use.
-    // Its memory is kept in the state file state(com); `link` reuses a port path (a swap).
-    Emulator& dock(int type, std::vector<std::string> args, int com = 6, const std::string& link = "")
+    // Its memory is kept in the state file state(com); `link` reuses a port path (a swap);
+    // with `keepstate` the scanner starts from the memory in that file.
+    Emulator& dock(int type, std::vector<std::string> args, int com = 6, const std::string& link = "",
+                   bool keepstate = false)
     {
-        std::remove(state(com).c_str());
+        if (!keepstate) std::remove(state(com).c_str());
         bool clock = false;
         for (const auto& a : args) clock = clock || a == "--clock-offset";
         if (!clock) args.insert(args.end(), {"--clock-offset", clockoffset()});

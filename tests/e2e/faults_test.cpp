@@ -429,3 +429,49 @@ TEST_F(TransferFault, FaultInTheButtonRoutineLeavesTheFlagsForTheGuard)
     runtransfer();
     EXPECT_EQ(activity().back(), "Please Remove Scanner");
 }
+
+TEST_F(TransferFault, CspIdWithLettersIsOfferedTheRepair)
+{
+    // A CS 1504 whose ID parameter reads "   1A3".
+    dock(3, {"--id", "123", "--records", records(csprecords())});
+    scanners[6]->stop();
+    std::string memory = TempInstall::readfile(state(6));
+    const size_t at = memory.find("scratchpad=") + 11;
+    memory.replace(at, 12, "202020314133");
+    TempInstall::writefile(state(6), memory);
+    dock(3, {}, 6, "", true);
+
+    dialogs::queueanswer(vbNo);
+    runtransfer();
+    const auto asked = boxes("ID Problem Detected");
+    ASSERT_EQ(asked.size(), 1u);
+    EXPECT_EQ(asked[0].text, "There is a problem with the ID on the scanner (1A3)! This MUST be corrected in order "
+                             "to continue. Do you wish to update now?");
+    EXPECT_TRUE(logged("Error with scanner ID (1A3)"));
+    EXPECT_EQ(form1().Label3.forecolor(), colorbox(2));
+    EXPECT_TRUE(hasline("Aborted due to scanner ID error!"));
+    EXPECT_FALSE(hasline("Processing Data")) << "an ID left unrepaired ends the read";
+    EXPECT_FALSE(has("c:\\tarnbc\\BAR001.INI"));
+
+    // Repaired through the select new scanner ID screen: the scanner takes the new ID.
+    dialogs::cleartranscript();
+    dialogs::queueanswer(vbYes);
+    whilewaiting([] {
+        if (!form14().isVisible()) return false;
+        form14().FitterID.settext("456");
+        form14().addfunc();
+        return true;
+    });
+    runtransfer();
+    EXPECT_TRUE(logged("Running ID Correction"));
+    EXPECT_TRUE(hasline("ID updated from 1A3 to 456"));
+    EXPECT_TRUE(logged("ID updated from 1A3 to 456"));
+    // The ID read back after the write is the parameter's six characters, which the transfer
+    // takes as too long: it stops before the save and a second transfer saves the lines.
+    EXPECT_TRUE(hasline("Aborted due to scanner ID error!"));
+    EXPECT_FALSE(has("c:\\tarnbc\\BAR001.INI"));
+    runtransfer();
+    EXPECT_EQ(get("c:\\tarnbc\\BAR001.INI"), barbytes("456", "00220070309", goodlines()));
+    scanners[6]->stop();
+    EXPECT_EQ(held(6), 0);
+}
