@@ -4,6 +4,7 @@
 // leaves the program's flags set until the guard question frees them.
 #include "downloadfixture.h"
 #include "pipeline/mainactions.h"
+#include "pipeline/readdata.h"
 #include "platform/icmp.h"
 
 namespace {
@@ -474,4 +475,71 @@ TEST_F(TransferFault, CspIdWithLettersIsOfferedTheRepair)
     EXPECT_EQ(get("c:\\tarnbc\\BAR001.INI"), barbytes("456", "00220070309", goodlines()));
     scanners[6]->stop();
     EXPECT_EQ(held(6), 0);
+}
+
+TEST_F(TransferFault, NoOplScannerInTheCradle)
+{
+    dock(1, {"--id", "123", "--no-answer"});
+    runtransfer();
+    // The control's own error box comes first, then the connection failure at the clock.
+    ASSERT_FALSE(dialogs::transcript().empty());
+    EXPECT_EQ(dialogs::transcript()[0].title, "");
+    EXPECT_EQ(dialogs::transcript()[0].text.rfind(" ", 0), 0u);
+    const auto failed = boxes("Problem with Scanner");
+    ASSERT_EQ(failed.size(), 1u);
+    EXPECT_NE(failed[0].text.find("@ line 1!"), std::string::npos);
+    EXPECT_EQ(g().oplportstate, 0);
+    EXPECT_EQ(g().runmode, 0);
+    EXPECT_EQ(g().pressedop, 0);
+    EXPECT_TRUE(mainopl() == nullptr);
+}
+
+TEST_F(TransferFault, MoreThanAThousandRecordsEndInTheReadHandler)
+{
+    std::string text;
+    for (int i = 0; i < 1001; ++i) text += "001" + std::to_string(100000000 + i) + ",1,2007-03-09 08:30:05\n";
+    dock(3, {"--id", "123", "--records", records(text)});
+    runtransfer();
+    const auto failed = boxes("Error While Reading Data");
+    ASSERT_EQ(failed.size(), 1u);
+    EXPECT_EQ(failed[0].text, "An unexpected error has occured while attempting to read the data from the scanner! "
+                              "Error : 9 Subscript out of range @ line 14");
+    EXPECT_TRUE(logged("readdata: Unexpected error! Error : 9 Subscript out of range @ line 14"));
+    EXPECT_FALSE(has("c:\\tarnbc\\BAR001.INI"));
+    EXPECT_EQ(g().runmode, 0);
+    scanners[6]->stop();
+    EXPECT_EQ(held(6), 1001);
+}
+
+TEST_F(TransferFault, ReadUnderRepairAsksNothing)
+{
+    dock(2, {"--id", "123", "--records", records(csprecords()), "--clock-offset", clockoffset(60)});
+    g().scannertype = 2;
+    g().runmode = 4;
+    readdata();
+    EXPECT_EQ(g().timestatus, 1);
+    EXPECT_TRUE(dialogs::transcript().empty());
+    EXPECT_EQ(g().deleteallowed, 1);
+    EXPECT_EQ(g().outcount, 2);
+    EXPECT_FALSE(g().reviewlines[1].empty()) << "the lines are ready for the repair screen";
+    EXPECT_EQ(g().runmode, 4);
+}
+
+TEST_F(TransferFault, LowBatteryWarnings)
+{
+    const std::string warning = "The battery level on this scanner is currently on 40%. Unless it is being allowed to "
+                                "drop to maintain the battery it is recommended that you recharge this scanner shortly!";
+    dock(1, {"--id", "123", "--battery", "40", "--records", records(oplrecords())});
+    runtransfer();
+    auto warned = boxes("Low Battery Level");
+    ASSERT_EQ(warned.size(), 1u) << "the clear after a save warns no more";
+    EXPECT_EQ(warned[0].text, warning);
+    EXPECT_EQ(warned[0].flags, vbInformation);
+    EXPECT_TRUE(hasline("Data Cleared From The Scanner"));
+
+    dock(1, {"--id", "123", "--battery", "40", "--records", records(oplrecords())});
+    dialogs::queueanswer(vbOK);
+    dialogs::queueanswer(vbNo);
+    rundelete();
+    EXPECT_EQ(boxes("Low Battery Level").size(), 2u);
 }
