@@ -47,6 +47,8 @@ TEST_P(TransferEndToEnd, ReadsProcessesSavesAndClears)
     g().savetype = savetype;
     dock(type, {"--id", "123", "--battery", "85", "--records", records(type == 1 ? oplrecords() : csprecords())});
     ASSERT_EQ(held(6), 3);
+    // A raw file left by an earlier download is replaced.
+    if (type == 1) put("c:\\tarnbc\\temp_123.txt", "stale\r\n");
     reseticons();
     ActivityRecorder recorder;
 
@@ -102,6 +104,7 @@ TEST_P(TransferEndToEnd, ReadsProcessesSavesAndClears)
         const std::string raw = "0001123456780,090307,0830\r\n0002876543210,080307,1745\r\n0001990000010,090307,0900\r\n";
         EXPECT_EQ(get("c:\\tarnbc\\temp_123.txt"), raw);
         EXPECT_EQ(get("c:\\tarnbc\\backups\\temp_123_070309_1405.txt"), raw);
+        EXPECT_TRUE(logged("Killing existing temp file c:\\tarnbc\\temp_123.txt"));
     } else {
         EXPECT_FALSE(has("c:\\tarnbc\\temp_123.txt"));
     }
