@@ -371,6 +371,11 @@ TEST_F(TransferFault, ScannerClockAtFault)
     scanners[6]->stop();
     EXPECT_EQ(held(6), 3);
 
+    // A read of it ends with the same verdict.
+    dialogs::queueanswer(vbNo);
+    runread();
+    EXPECT_EQ(activity().back(), "Aborted due to error on scanner!");
+
     // Accepting the repair hands the transfer to the corrupt data screen.
     dialogs::cleartranscript();
     dock(2, {"--id", "123", "--records", records(csprecords()), "--clock-offset", clockoffset(60)});
