@@ -1,20 +1,20 @@
 // vexalbc: the workshop time-clock utility between batch barcode scanners and Tarn.
 #include <QApplication>
 #include <QCoreApplication>
-#include <QMainWindow>
+#include <QStringList>
 
+#include "core/startup.h"
 #include "platform/paths.h"
 
 int main(int argc, char** argv)
 {
     QApplication app(argc, argv);
+    // The program lives in the tray: closing a screen never ends it.
     QApplication::setQuitOnLastWindowClosed(false);
     platform::initplatform(QCoreApplication::applicationDirPath().toStdString());
 
-    QMainWindow window;
-    window.setWindowTitle("VEXAL Scanner Interface");
-    window.show();
-    QObject::connect(&app, &QApplication::lastWindowClosed, &app, &QApplication::quit);
-    QApplication::setQuitOnLastWindowClosed(true);
+    // The command line as one text: "startup", or "swupdate..." for the scanner update.
+    QStringList words = QCoreApplication::arguments().mid(1);
+    form9load(words.join(' ').toStdString());
     return app.exec();
 }

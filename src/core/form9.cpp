@@ -1,6 +1,15 @@
 #include "core/form9.h"
 
-Form9::Form9(QWidget* parent) : QWidget(parent), mnuTransfer("&Transfer Batch")
+#include <QFileInfo>
+#include <QPixmap>
+
+#include "core/globals.h"
+#include "platform/paths.h"
+#include "runtime/fault.h"
+
+Form9::Form9(QWidget* parent)
+    : QWidget(parent), mnuMain("Open &Main"), mnuSetup("&Setup"), mnuTransfer("&Transfer Batch"),
+      mnuDisplay("&Display Size"), mnuExit("Exit")
 {
     setObjectName("Form9");
     setWindowTitle("VEXAL Scanner Interface");
@@ -10,8 +19,34 @@ Form9::Form9(QWidget* parent) : QWidget(parent), mnuTransfer("&Transfer Batch")
         timers[i]->setParent(this);
         timers[i]->setObjectName(names[i]);
     }
-    mnuTransfer.setParent(this);
-    mnuTransfer.setObjectName("mnuTransfer");
+    QAction* entries[] = {&mnuMain, &mnuSetup, &mnuTransfer, &mnuDisplay, &mnuExit};
+    const char* entrynames[] = {"mnuMain", "mnuSetup", "mnuTransfer", "mnuDisplay", "mnuExit"};
+    for (int i = 0; i < 5; ++i) {
+        entries[i]->setParent(this);
+        entries[i]->setObjectName(entrynames[i]);
+    }
+    mnuPopup.setObjectName("mnuPopup");
+    mnuPopup.addAction(&mnuMain);
+    mnuPopup.addAction(&mnuSetup);
+    mnuPopup.addSeparator()->setObjectName("mnuSpace2");
+    mnuPopup.addAction(&mnuTransfer);
+    mnuPopup.addSeparator()->setObjectName("mnuSpace3");
+    mnuPopup.addAction(&mnuDisplay);
+    mnuPopup.addSeparator()->setObjectName("mnuSpace1");
+    mnuPopup.addAction(&mnuExit);
+    picHook.setParent(this);
+    picHook.setObjectName("picHook");
+}
+
+void Form9::seticon(const std::string& iconpath)
+{
+    platform::HostPath where = platform::resolve(platform::winjoin(g().homedir, iconpath));
+    QPixmap picture;
+    if (where.kind != platform::HostPath::local || !QFileInfo(QString::fromStdString(where.path)).isFile()
+        || !picture.load(QString::fromStdString(where.path)))
+        raisefault(53);   // the picture file is missing or unreadable
+    iconpath_ = iconpath;
+    setWindowIcon(QIcon(picture.scaled(16, 16)));
 }
 
 Form9& form9()

@@ -1,10 +1,14 @@
 // Form9: the monitor form ("VEXAL Scanner Interface"), the program's main object, never
-// shown. It owns the timers that drive the program and the tray menu.
+// shown. It owns the timers that drive the program, the tray icon's owner and menu, and the
+// icon the tray shows.
 #pragma once
 
 #include <QAction>
+#include <QIcon>
+#include <QMenu>
 #include <QTimer>
 #include <QWidget>
+#include <string>
 
 class Form9 : public QWidget {
     Q_OBJECT
@@ -18,7 +22,30 @@ public:
     QTimer ImportCheckTimer;    // looks for mailed-in files
     QTimer ReadDelayTimer;      // counts the read delay
 
+    // The tray's popup menu mnuPopup, in order: mnuMain, mnuSetup, a line, mnuTransfer, a
+    // line, mnuDisplay, a line, mnuExit.
+    QMenu mnuPopup;
+    QAction mnuMain;            // "Open &Main"
+    QAction mnuSetup;           // "&Setup"
     QAction mnuTransfer;        // tray menu "&Transfer Batch"
+    QAction mnuDisplay;         // "&Display Size"
+    QAction mnuExit;            // "Exit"
+
+    // The picture box that receives the tray icon's mouse messages.
+    QWidget picHook;
+
+    // Hidden text boxes: "1" once the splash screen is done; the tray icon's animation steps.
+    std::string splashdone = "0";
+    std::string iconm1 = "0";
+    std::string iconm2 = "0";
+
+    // The form's icon: a picture from the install folder (as "icons\vexalgrey.ico"), 16 by
+    // 16. The tray takes it at its next update (updateicon).
+    void seticon(const std::string& iconpath);
+    const std::string& iconpath() const { return iconpath_; }
+
+private:
+    std::string iconpath_;
 };
 
 Form9& form9();
