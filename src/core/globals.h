@@ -90,6 +90,10 @@ struct Globals {
                              // 4 taken as its last three digits by the user
     Int16 batterylevel;      // OPL 972x battery percent
 
+    // ---- download orchestration: reading, clearing and the main screen's actions ------------
+    Int16 deleteallowed;     // 1 when the scanner may be cleared after the save
+    std::string corruptid;   // the ID of the scanner whose lines are being saved or repaired
+
     // ---- data delivery: mailed-in files ------------------------------------------------
     Int16 importbusy;        // 1 while the import or its check runs
     Int16 filesoutstanding;  // read by the start-up before it shows the main screen; nothing

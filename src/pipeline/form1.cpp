@@ -2,6 +2,7 @@
 
 #include "core/colorbox.h"
 #include "core/imagelists.h"
+#include "pipeline/mainactions.h"
 
 
 Form1::Form1(QWidget* parent) : QWidget(parent)
@@ -22,7 +23,7 @@ Form1::Form1(QWidget* parent) : QWidget(parent)
         Shape1[i].setfillcolor(colorbox(i == 0 || i == 4 ? 6 : 5));
         place(*pictures[i], this, picturenames[i], left + 180, 180, 960, 840);
         pictures[i]->setpicture(ColorIcons(), images[i]);
-        place(*captions[i], this, captionnames[i], left + 60, 1080, 1200, 300);
+        place(*captions[i], this, captionnames[i], left, 1080, 1320, 300);
         captions[i]->setcaption(texts[i]);
         captions[i]->setAlignment(Qt::AlignCenter);
     }
@@ -58,4 +59,6 @@ Form1::Form1(QWidget* parent) : QWidget(parent)
     Close.setpicture(MiscIcons(), 6);
     place(CloseLabel, this, "CloseLabel", 6360, 8900, 720, 240);
     CloseLabel.setcaption("Close");
+
+    wireform1(*this);
 }

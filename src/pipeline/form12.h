@@ -12,5 +12,6 @@ public:
     explicit Form12(QWidget* parent = nullptr);
 
     ListBox List1;   // the lines under repair
+    Caption Label2;  // "Corrupt Data List - Scanner " and the ID
     Caption Label3;  // the scanner's clock, "HHMM DDMMYY"
 };
