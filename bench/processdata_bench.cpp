@@ -5,6 +5,8 @@
 #include <QDir>
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
+
+#include "benchinstall.h"
 #include <cstdlib>
 #include <fstream>
 
@@ -75,23 +77,4 @@ BENCHMARK(BM_ProcessCspDownload)->Arg(0)->Arg(1)->ArgName("repair")->Unit(benchm
 
 }  // namespace
 
-int main(int argc, char** argv)
-{
-    setenv("QT_QPA_PLATFORM", "offscreen", 0);
-    QTemporaryDir xdg, install;
-    setenv("XDG_RUNTIME_DIR", xdg.path().toLocal8Bit().constData(), 0);
-    QApplication app(argc, argv);
-
-    const std::string root = install.path().toStdString();
-    QDir(install.path()).mkpath("drive_c/tarnbc");
-    std::ofstream(root + "/platform.ini") << "[drives]\nC=" << root << "/drive_c\n";
-    platform::initplatform(root);
-    g().homedir = platform::installfolder;
-    files::makefolder(g().homedir + "LOGS");
-    dialogs::setunattended(true);
-
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}
+int main(int argc, char** argv) { return runbenchmarks(argc, argv); }

@@ -5,6 +5,8 @@
 #include <QDir>
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
+
+#include "benchinstall.h"
 #include <cstdlib>
 #include <fstream>
 
@@ -104,25 +106,7 @@ BENCHMARK(BM_ListFiles)->Arg(0)->Arg(1)->ArgName("share")->Unit(benchmark::kMill
 
 int main(int argc, char** argv)
 {
-    setenv("QT_QPA_PLATFORM", "offscreen", 0);
-    QTemporaryDir xdg, install;
-    setenv("XDG_RUNTIME_DIR", xdg.path().toLocal8Bit().constData(), 0);
-    QApplication app(argc, argv);
-
-    const std::string root = install.path().toStdString();
-    QDir(install.path()).mkpath("drive_c/tarnbc");
-    QDir(install.path()).mkpath("share");
-    std::ofstream(root + "/platform.ini") << "[drives]\nC=" << root << "/drive_c\n[shares]\n\\\\127.0.0.1\\tagstore=" << root
-                                          << "/share\n";
-    platform::initplatform(root);
-    g().homedir = platform::installfolder;
     g().serverip = "127.0.0.1";
     g().terminalno = "007";
-    files::makefolder(g().homedir + "LOGS");
-    dialogs::setunattended(true);
-
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return runbenchmarks(argc, argv, "[shares]\n\\\\127.0.0.1\\tagstore={root}/share\n", "share");
 }
