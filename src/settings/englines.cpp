@@ -1,5 +1,6 @@
 #include "settings/englines.h"
 
+#include "core/controls.h"
 #include "core/globals.h"
 #include "pipeline/formats.h"
 #include "platform/files.h"
@@ -121,4 +122,19 @@ std::string namecase(const std::string& name)
         if (k == 0 || out[k - 1] == ' ') out[k] = UCase(std::string(1, out[k]))[0];
     if (out[0] == ' ') out.erase(0, 1);
     return out;
+}
+
+void fillenglist(ListBox& list, const std::function<std::string(const EngRecord&, const std::string&)>& row)
+{
+    list.clear();
+    for (const std::string& line : readenglines(engfile())) {
+        doenglinetest(line);
+        if (g().englinestatus == 2) continue;
+        if (g().englinestatus == 1) {
+            list.additem("Invalid Entry");
+            continue;
+        }
+        const EngRecord r = engrecord(line);
+        list.additem(row(r, Format(engnumber(r.field1), "000000")));
+    }
 }

@@ -4,8 +4,11 @@
 // is 1 (Direct), otherwise from c:\tarnbc\ (Local, and the PC Copy of the server file).
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
+
+class ListBox;
 
 // Sets englinestatus for a line: 0 a record, 1 invalid (empty, a leading blank, or the
 // first or second field not all digits), 2 a header.
@@ -31,6 +34,10 @@ std::string engfile();
 // The lines of an engineer file; none when a look-up does not find the file, and only those
 // read before a failure when it cannot be read.
 std::vector<std::string> readenglines(const std::string& file);
+// Fills an engineer list screen's list from the file every reader takes: a row for each
+// record as `row` words it (given the record and its first number in six digits), "Invalid
+// Entry" for an invalid line; header and blank-test lines are left out.
+void fillenglist(ListBox& list, const std::function<std::string(const EngRecord&, const std::string&)>& row);
 // The records of the local list, in file order, headers and invalid lines left out.
 std::vector<std::string> englistrecords();
 // Writes `records` as the local list: first complete into ENGLST.BAK, then ENGLST.TXT is

@@ -37,17 +37,7 @@ Form14::Form14(QWidget* parent) : QWidget(parent)
 
 void Form14::setuplist()
 {
-    List1.clear();
-    for (const std::string& line : readenglines(engfile())) {
-        doenglinetest(line);
-        if (g().englinestatus == 2) continue;
-        if (g().englinestatus == 1) {
-            List1.additem("Invalid Entry");
-            continue;
-        }
-        const EngRecord r = engrecord(line);
-        List1.additem(Format(engnumber(r.field1), "000000") + " " + r.name);
-    }
+    fillenglist(List1, [](const EngRecord& r, const std::string& number) { return number + " " + r.name; });
     const bool rows = List1.listcount() > 0;
     List1.setVisible(rows);
     Label2.setVisible(rows);

@@ -42,22 +42,13 @@ Form4::Form4(QWidget* parent) : QWidget(parent)
 void Form4::setuplist()
 {
     const int type = g().fittertype;
-    List1.clear();
     const bool canadd = type != 1;
     Label4[0].setVisible(canadd);
     Add[1].setpicture(canadd ? ColorIcons() : GreyIcons(), addpicture);
     Add[1].setEnabled(canadd);
-    for (const std::string& line : readenglines(engfile())) {
-        doenglinetest(line);
-        if (g().englinestatus == 2) continue;
-        if (g().englinestatus == 1) {
-            List1.additem("Invalid Entry");
-            continue;
-        }
-        const EngRecord r = engrecord(line);
-        const std::string number = Format(engnumber(r.field1), "000000");
-        List1.additem(type == 0 ? number + " " + r.name : number + r.name + " (" + r.field2 + ")");
-    }
+    fillenglist(List1, [type](const EngRecord& r, const std::string& number) {
+        return type == 0 ? number + " " + r.name : number + r.name + " (" + r.field2 + ")";
+    });
 }
 
 void Form4::addengineer()
