@@ -146,6 +146,7 @@ bool offerdaterepair()
     repair.Label2.setcaption("Corrupt Data List - Scanner " + s.scannerid);
     repair.show();
     repair.repaint();
+    repair.setupscreen();
     return true;
 }
 
