@@ -123,11 +123,7 @@ void Form10::gettingscannerdata()
             return;
         }
         csp2GetASCIIMode();
-        // The clock is read into its six-byte field, which keeps what it held if the read fails.
-        std::string clock = s.scannerrawclock;
-        clock.resize(6, '\0');
-        csp2GetTime(clock.data());
-        s.scannerrawclock = clock;
+        readcspclock();
         testthedate();
         // The ID comes into a field of blanks.
         std::string id(10, ' ');

@@ -6,6 +6,9 @@
 
 #include <string>
 
+// Reads an OPN 2001's or CS 1504's clock into scannerrawclock through the open csp2 session;
+// its six-byte field keeps what it held when the read fails.
+void readcspclock();
 // Judges the clock in scannerclock (OPL 972x) or scannerrawclock (the others) against the
 // PC: sets scannerdate, scannertime, datestatus and timestatus, and corrects the scanner's
 // clock when AUTOTIME allows (a small difference, or an hour across a clock change).

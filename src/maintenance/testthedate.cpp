@@ -11,6 +11,7 @@
 #include "pipeline/form12.h"
 #include "pipeline/screens.h"
 #include "platform/clock.h"
+#include "platform/csp2.h"
 #include "platform/dialogs.h"
 #include "settings/form2.h"
 
@@ -93,4 +94,12 @@ void testthedate()
         MsgBox("An error occurred test the date / time on the scanner! Please try again. Error: " + error,
                vbExclamation, "Error In Function: testthedate");
     }
+}
+
+void readcspclock()
+{
+    std::string clock = g().scannerrawclock;
+    clock.resize(6, '\0');
+    csp2GetTime(clock.data());
+    g().scannerrawclock = clock;
 }

@@ -109,10 +109,7 @@ long readcsp(std::string& idtext)
     csp2Init(s.scannerport[s.scannertype] - 1);
     const long count = csp2ReadData();
     csp2GetASCIIMode();
-    std::string clock = s.scannerrawclock;
-    clock.resize(6, '\0');
-    csp2GetTime(clock.data());
-    s.scannerrawclock = clock;
+    readcspclock();
     testthedate();
     std::string id(32, ' ');
     csp2GetParam(38, id.data(), (int32_t)id.size());

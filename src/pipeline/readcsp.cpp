@@ -25,11 +25,7 @@ void cspfirstread(Int16& linemark)
     linemark = 6;
     if (s.scancount == -1) throw ConnectionLost();
 
-    // The clock comes into its six-byte field, which keeps what it held if the read fails.
-    std::string clock = s.scannerrawclock;
-    clock.resize(6, '\0');
-    csp2GetTime(clock.data());
-    s.scannerrawclock = clock;
+    readcspclock();
     testthedate();
     linemark = 7;
 

@@ -139,11 +139,7 @@ TEST_F(MainScreen, StatusScreenFollowsTheDownload)
 {
     for (int type : {2, 1}) {
         SCOPED_TRACE(type);
-        resetglobals();
-        g().homedir = platform::installfolder;
-        g().lastscannerid = "000";
-        g().timemargin = 5;
-        scanners.clear();
+        freshstart();
         dock(type, {"--id", "123", "--battery", "85", "--records", records(type == 1 ? oplrecords() : csprecords())});
         Form16& status = form16();
         status.setupstatus();

@@ -30,6 +30,16 @@ class DownloadTest : public StoreTest {
 protected:
     static constexpr const char* typenames[] = {"", "opl", "opn", "cs1504"};
 
+    // A fresh shared block and no docked scanner, for a test that runs several dockings.
+    void freshstart()
+    {
+        resetglobals();
+        g().homedir = platform::installfolder;
+        g().lastscannerid = "000";
+        g().timemargin = 5;
+        scanners.clear();
+    }
+
     void SetUp() override
     {
         StoreTest::SetUp();

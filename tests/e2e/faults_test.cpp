@@ -57,11 +57,7 @@ TEST_F(TransferFault, CspScannerPulledOutDuringTheRead)
 {
     for (int type : {2, 3}) {
         SCOPED_TRACE(type);
-        resetglobals();
-        g().homedir = platform::installfolder;
-        g().lastscannerid = "000";
-        g().timemargin = 5;
-        scanners.clear();
+        freshstart();
         std::remove(install.host("c:\\tarnbc\\BAR001.INI").c_str());
         std::remove(install.host(g().homedir + "LOGS\\09_DAT.TXT").c_str());
         dialogs::cleartranscript();
