@@ -165,7 +165,7 @@ TEST_F(AutomaticProcessTest, Opl972xIsTakenWhenDockedThenRestsTenTicksBeforeLine
     EXPECT_EQ(read("transcript.txt"), "");
 }
 
-TEST_F(AutomaticProcessTest, Opn2001IsTakenOncePerDockingWhetherItLeavesOrStopsAnswering)
+TEST_F(AutomaticProcessTest, Opn2001IsTakenOncePerDockingAndAgainOnceItHasStoppedAnswering)
 {
     setup({OPN});
     dock(OPN, threescans(OPN));
@@ -177,27 +177,18 @@ TEST_F(AutomaticProcessTest, Opn2001IsTakenOncePerDockingWhetherItLeavesOrStopsA
     EXPECT_EQ(held(OPN), 0);
 
     // Left in its cradle it answers every poll and is not taken again.
-    QThread::msleep(3000);
+    QThread::msleep(2500);
     EXPECT_EQ(downloads(), 1u);
 
-    // Taken away and brought back with a new scan: taken again.
-    undock(OPN);
-    QThread::msleep(1500);
-    dock(OPN, cspscan("55555555", today.addDays(-1), "1200"));
-    ASSERT_TRUE(waitfordownloads(2)) << log();
-    auto lines = threelines();
-    lines.push_back(line("55555555", today.addDays(-1), "1200"));
-    EXPECT_EQ(share("BAR001.007"), barfile(lines, today));
-    EXPECT_EQ(held(OPN), 0);
-
-    // A scanner that stops answering for a while counts as gone too; empty, it is read
-    // and left as it is.
+    // A scanner that stops answering for a while has left; back, it is taken again (empty
+    // now, it is read and left as it is). Taken away and docked again: see the day change.
     scanners[OPN]->signal(SIGSTOP);
-    QThread::msleep(2500);
+    QThread::msleep(2000);
     scanners[OPN]->signal(SIGCONT);
-    cleared = [](size_t n) { return std::min<size_t>(n, 2); };
-    ASSERT_TRUE(waitfordownloads(3)) << log();
-    EXPECT_EQ(share("BAR001.007"), barfile(lines, today));
+    cleared = [](size_t n) { return std::min<size_t>(n, 1); };
+    ASSERT_TRUE(waitfordownloads(2)) << log();
+    EXPECT_EQ(share("BAR001.007"), barfile(threelines(), today));
+    EXPECT_EQ(held(OPN), 0);
     EXPECT_EQ(read("transcript.txt"), "");
 }
 
@@ -213,7 +204,7 @@ TEST_F(AutomaticProcessTest, Cs1504IsTurnedOffAfterItsDownloadAndTakenAgainWhenD
     EXPECT_EQ(held(CS1504), 0);
 
     // Polled every fourth tick; left in its cradle, turned off, it is not taken again.
-    QThread::msleep(6000);
+    QThread::msleep(4500);
     EXPECT_EQ(downloads(), 1u) << log();
 
     // Taken out and docked again with a new scan: the next poll takes it.
@@ -276,7 +267,7 @@ TEST_P(LockQuestion, KeptLockLeavesTheScannerAloneAndAsksAgainRemovedLockDownloa
         EXPECT_EQ(share("BAR001.007"), barfile(threelines(), programnow().date()));
         EXPECT_EQ(held(OPL), 0);
     } else {
-        ASSERT_TRUE(waituntil([&] { return count(read("transcript.txt"), removebox) >= 3; })) << read("transcript.txt");
+        ASSERT_TRUE(waituntil([&] { return count(read("transcript.txt"), removebox) >= 2; })) << read("transcript.txt");
         const std::string t = read("transcript.txt");
         EXPECT_EQ(count(t, question), count(t, removebox));
         EXPECT_LT(t.find(question), t.find(removebox)) << "the question comes first";
@@ -297,18 +288,20 @@ qint64 shiftto(int before)
     return now.secsTo(QDateTime(now.date().addDays(1), QTime(0, 0))) - before;
 }
 
+// A scanner docked before midnight, taken away and docked again after it.
 TEST_F(AutomaticProcessTest, WithAutomaticOnTheProgramRunsOverMidnightAndStillDownloads)
 {
     if (libfaketime().empty()) GTEST_SKIP() << "libfaketime is not installed (scripts/deps)";
-    clockshift = shiftto(12);
+    clockshift = shiftto(8);
     setup({OPN});
     dock(OPN, threescans(OPN));
     QProcess* program = start({"startup"});
 
     ASSERT_TRUE(waitfordownloads(1)) << log();
     const QDate before = programnow().date();
-    ASSERT_TRUE(waituntil([&] { return programnow().date() > before && programnow().time() > QTime(0, 0, 2); }, 20000));
-    EXPECT_EQ(program->state(), QProcess::Running);
+    ASSERT_GT(programnow().time(), QTime(23, 0)) << "the first download ended after midnight: too slow for this test";
+    ASSERT_TRUE(waituntil([&] { return programnow().date() > before && programnow().time() > QTime(0, 0, 1); }, 20000));
+    EXPECT_FALSE(program->waitForFinished(100)) << "the program ended";
 
     const QDate after = before.addDays(1);
     undock(OPN);
@@ -317,10 +310,10 @@ TEST_F(AutomaticProcessTest, WithAutomaticOnTheProgramRunsOverMidnightAndStillDo
     ASSERT_TRUE(waitfordownloads(1)) << log(after);
     EXPECT_EQ(downloads(before), 1u);
     // The first download's scans are of the day before `before`.
-    const std::vector<std::string> lines = {line("12345678", before.addDays(-1), "0830"), line("87654321", before.addDays(-1), "1745"),
-             line("55555555", after, "0000")};
+    const std::vector<std::string> lines = {line("12345678", before.addDays(-1), "0830"),
+                                            line("87654321", before.addDays(-1), "1745"), line("55555555", after, "0000")};
     EXPECT_EQ(share("BAR001.007"), barfile(lines, after));
-    EXPECT_EQ(program->state(), QProcess::Running);
+    EXPECT_FALSE(program->waitForFinished(100)) << "the program ended";
 }
 
 // Without automatic download the icon timer ends the program on its first tick of a new day.
@@ -349,7 +342,7 @@ TEST_P(NewDayWithoutAutomatic, TheFirstTickOfTheIconTimerAfterMidnightClosesTheP
         EXPECT_EQ(program->exitStatus(), QProcess::NormalExit);
         EXPECT_EQ(program->exitCode(), 0);
     } else {
-        EXPECT_FALSE(program->waitForFinished(3000));
+        EXPECT_FALSE(program->waitForFinished(2000));
     }
     EXPECT_EQ(count(read("transcript.txt"), "MsgBox"), 1u) << read("transcript.txt");
 }

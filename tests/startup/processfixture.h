@@ -104,6 +104,7 @@ protected:
         p->setWorkingDirectory(QString::fromStdString(root));
         p->start(QString::fromStdString(root + "/vexalbc"), args);
         running.push_back(p);
+        EXPECT_TRUE(p->waitForStarted(5000));
         return p;
     }
     // Polls every 50 ms until `done` holds or `ms` pass.
