@@ -1,6 +1,7 @@
 // Automatic download in the real program: emulated scanners docked and undocked while the
 // installed program runs from the start-up group, the files it leaves on the share, the
 // day's logs, the scanners' memory afterwards, the lock question and the day change.
+#include <algorithm>
 #include <csignal>
 #include <memory>
 
@@ -58,7 +59,7 @@ protected:
 
     // Docks scanner 123 of `type` holding `records` (a records file's text), its clock with
     // the program's. With `keepstate` it comes back with the memory it left with.
-    Emulator& dock(int type, const std::string& records, bool keepstate = false, std::vector<std::string> extra = {})
+    Emulator& dock(int type, const std::string& records, bool keepstate = false)
     {
         static const char* names[] = {"", "opl", "opn", "cs1504"};
         if (!keepstate) QFile::remove(QString::fromStdString(root + "/" + statefile(type)));
@@ -66,7 +67,6 @@ protected:
         Emulator::writefile(file, records);
         std::vector<std::string> args = {"--id", "123", "--battery", "85", "--records", file, "--baud", "115200",
                                          "--state", root + "/" + statefile(type), "--clock-offset", std::to_string(clockshift / 60.0)};
-        args.insert(args.end(), extra.begin(), extra.end());
         scanners[type] = std::make_unique<Emulator>(names[type], args, link(type));
         EXPECT_TRUE(scanners[type]->ready()) << scanners[type]->output();
         return *scanners[type];
@@ -84,13 +84,13 @@ protected:
     // Downloads begun so far (by the log of `day`, the program's today by default).
     size_t downloads(const QDate& day) const { return count(log(day), "Reading: ID: 123 Date: "); }
     size_t downloads() const { return downloads(programnow().date()); }
-    bool waitfordownloads(size_t n, int ms = 15000)
+    // Waits for `n` downloads begun and `clears` scanners cleared (a scanner read empty is
+    // not cleared).
+    bool waitfordownloads(size_t n, size_t clears, int ms = 15000)
     {
-        return waituntil([&] { return downloads() >= n && count(log(), "Data Cleared From The Scanner") >= cleared(n); },
-                         ms);
+        return waituntil([&] { return downloads() >= n && count(log(), "Data Cleared From The Scanner") >= clears; }, ms);
     }
-    // Downloads of an empty scanner leave nothing to clear.
-    std::function<size_t(size_t)> cleared = [](size_t n) { return n; };
+    bool waitfordownloads(size_t n) { return waitfordownloads(n, n); }
 
     // Scans as the scanners keep them and the lines they become, for a day and a serial.
     static std::string ddmmyy(const QDate& d) { return d.toString("ddMMyy").toStdString(); }
@@ -115,7 +115,7 @@ protected:
         auto scan = type == OPL ? oplscan : cspscan;
         return scan("12345678", d, "0830") + scan("87654321", d, "1745") + scan("99000001", d, "0900");
     }
-    std::vector<std::string> threelines() const
+    std::vector<std::string> goodlines() const
     {
         const QDate d = programnow().date().addDays(-1);
         return {line("12345678", d, "0830"), line("87654321", d, "1745")};
@@ -146,18 +146,28 @@ TEST_F(AutomaticProcessTest, Opl972xIsTakenWhenDockedThenRestsTenTicksBeforeLine
     QElapsedTimer sincefirst;
     sincefirst.start();
     const QDate today = programnow().date();
-    EXPECT_EQ(share("BAR001.007"), barfile(threelines(), today));
+    EXPECT_EQ(share("BAR001.007"), barfile(goodlines(), today));
     EXPECT_EQ(share("BARCODE.007"), "[FILES]\r\nFILES=001\r\n");
     EXPECT_EQ(held(OPL), 0);
-    EXPECT_NE(log().find("Scanner From : Fred Bloggs"), std::string::npos) << log();
+    // The day's log: the owner, the lines as read, the outcome; the data log keeps the block.
+    const QDate scanday = today.addDays(-1);
+    const std::string dmy = scanday.toString("dd-MMM-yy").toStdString();
+    for (const std::string& text : {std::string("Scanner From : Fred Bloggs"), std::string("Scanner Lines: 3"),
+                                    "01 12 345678 At 08:30 " + dmy, "01 99 000001 At 09:00 " + dmy + " TEST",
+                                    std::string("2 Valid Lines Available For Export")})
+        EXPECT_EQ(count(log(), text + "\r\n"), 1u) << text << "\n" << log();
+    const std::string block = "[000000123]\r\n000=002" + ymd(today) + "\r\n001=" + goodlines()[0] + "\r\n002=" +
+                              goodlines()[1] + "\r\nEND\r\n";
+    EXPECT_EQ(count(read("LOGS/" + today.toString("dd").toStdString() + "_DAT.TXT"), block), 1u);
 
     // Taken away and docked again at once with one new scan: it waits out the pause.
     undock(OPL);
     write(statefile(OPL), read(statefile(OPL)) + "line=" + oplscan("55555555", today.addDays(-1), "1200"));
     dock(OPL, "", true);
-    ASSERT_TRUE(waitfordownloads(2, 20000)) << log();
-    EXPECT_GE(sincefirst.elapsed(), 9000) << "downloaded again inside the ten-tick pause";
-    auto lines = threelines();
+    ASSERT_TRUE(waituntil([&] { return downloads() >= 2; }, 20000)) << log();
+    EXPECT_GE(sincefirst.elapsed(), 9500) << "downloaded again inside the ten-tick pause";
+    ASSERT_TRUE(waitfordownloads(2)) << log();
+    auto lines = goodlines();
     lines.push_back(line("55555555", today.addDays(-1), "1200"));
     EXPECT_EQ(share("BAR001.007"), barfile(lines, today)) << "the new line joins the scanner's file";
     EXPECT_EQ(share("BARCODE.007"), "[FILES]\r\nFILES=001\r\n");
@@ -173,7 +183,7 @@ TEST_F(AutomaticProcessTest, Opn2001IsTakenOncePerDockingAndAgainOnceItHasStoppe
 
     ASSERT_TRUE(waitfordownloads(1)) << log();
     const QDate today = programnow().date();
-    EXPECT_EQ(share("BAR001.007"), barfile(threelines(), today));
+    EXPECT_EQ(share("BAR001.007"), barfile(goodlines(), today));
     EXPECT_EQ(held(OPN), 0);
 
     // Left in its cradle it answers every poll and is not taken again.
@@ -185,9 +195,8 @@ TEST_F(AutomaticProcessTest, Opn2001IsTakenOncePerDockingAndAgainOnceItHasStoppe
     scanners[OPN]->signal(SIGSTOP);
     QThread::msleep(2000);
     scanners[OPN]->signal(SIGCONT);
-    cleared = [](size_t n) { return std::min<size_t>(n, 1); };
-    ASSERT_TRUE(waitfordownloads(2)) << log();
-    EXPECT_EQ(share("BAR001.007"), barfile(threelines(), today));
+    ASSERT_TRUE(waitfordownloads(2, 1)) << log();
+    EXPECT_EQ(share("BAR001.007"), barfile(goodlines(), today));
     EXPECT_EQ(held(OPN), 0);
     EXPECT_EQ(read("transcript.txt"), "");
 }
@@ -200,7 +209,7 @@ TEST_F(AutomaticProcessTest, Cs1504IsTurnedOffAfterItsDownloadAndTakenAgainWhenD
 
     ASSERT_TRUE(waitfordownloads(1)) << log();
     const QDate today = programnow().date();
-    EXPECT_EQ(share("BAR001.007"), barfile(threelines(), today));
+    EXPECT_EQ(share("BAR001.007"), barfile(goodlines(), today));
     EXPECT_EQ(held(CS1504), 0);
 
     // Polled every fourth tick; left in its cradle, turned off, it is not taken again.
@@ -210,8 +219,8 @@ TEST_F(AutomaticProcessTest, Cs1504IsTurnedOffAfterItsDownloadAndTakenAgainWhenD
     // Taken out and docked again with a new scan: the next poll takes it.
     undock(CS1504);
     dock(CS1504, cspscan("55555555", today.addDays(-1), "1200"));
-    ASSERT_TRUE(waitfordownloads(2, 8000)) << log();
-    auto lines = threelines();
+    ASSERT_TRUE(waitfordownloads(2, 2, 8000)) << log();
+    auto lines = goodlines();
     lines.push_back(line("55555555", today.addDays(-1), "1200"));
     EXPECT_EQ(share("BAR001.007"), barfile(lines, today));
     EXPECT_EQ(held(CS1504), 0);
@@ -234,8 +243,7 @@ TEST_F(AutomaticProcessTest, DISABLED_Cs1504WokenInItsCradleIsTakenAgain)
 
     // The key press: the next poll takes it, empty, and turns it off again.
     scanner.signal(SIGUSR1);
-    cleared = [](size_t n) { return std::min<size_t>(n, 1); };
-    ASSERT_TRUE(waitfordownloads(2, 8000)) << log();
+    ASSERT_TRUE(waitfordownloads(2, 1, 8000)) << log();
     QThread::msleep(5000);
     EXPECT_EQ(downloads(), 2u) << log();
 }
@@ -264,7 +272,7 @@ TEST_P(LockQuestion, KeptLockLeavesTheScannerAloneAndAsksAgainRemovedLockDownloa
         EXPECT_EQ(count(read("transcript.txt"), question), 1u) << read("transcript.txt");
         EXPECT_EQ(count(read("transcript.txt"), removebox), 0u);
         EXPECT_FALSE(QFile::exists(QString::fromStdString(root + "/share/BARLCK.007")));
-        EXPECT_EQ(share("BAR001.007"), barfile(threelines(), programnow().date()));
+        EXPECT_EQ(share("BAR001.007"), barfile(goodlines(), programnow().date()));
         EXPECT_EQ(held(OPL), 0);
     } else {
         ASSERT_TRUE(waituntil([&] { return count(read("transcript.txt"), removebox) >= 2; })) << read("transcript.txt");
