@@ -1,25 +1,24 @@
 #include "core/readdelay.h"
 
 #include <QCoreApplication>
-#include <QTimer>
 
+#include "core/form9.h"
 #include "core/globals.h"
 #include "runtime/vb.h"
 
 namespace {
 
-// The monitor form's ReadDelayTimer and the seconds still to wait.
+// The seconds still to wait, counted down by the monitor form's ReadDelayTimer.
 Int16 readdelaycount;
 
 QTimer& ReadDelayTimer()
 {
-    static QTimer* timer = [] {
-        auto* t = new QTimer;
-        t->setInterval(1000);
-        QObject::connect(t, &QTimer::timeout, [] { readdelaycount -= 1; });
+    static QTimer& timer = []() -> QTimer& {
+        QTimer& t = form9().ReadDelayTimer;
+        QObject::connect(&t, &QTimer::timeout, [] { readdelaycount -= 1; });
         return t;
     }();
-    return *timer;
+    return timer;
 }
 
 }  // namespace
@@ -28,7 +27,7 @@ void waitreaddelay()
 {
     if (g().readdelay <= 0) return;
     readdelaycount = g().readdelay;
-    ReadDelayTimer().start();
+    setinterval(ReadDelayTimer(), 1000);
     while (readdelaycount >= 0) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    ReadDelayTimer().stop();
+    setinterval(ReadDelayTimer(), 0);
 }

@@ -9,12 +9,14 @@
 #include "core/form6.h"
 #include "core/form9.h"
 #include "core/globals.h"
+#include "core/iconstate.h"
 #include "core/logs.h"
 #include "core/runtimeerror.h"
 #include "core/screens.h"
 #include "core/trayicon.h"
 #include "delivery/checkimports.h"
 #include "delivery/listfiles.h"
+#include "pipeline/autodownload.h"
 #include "pipeline/form1.h"
 #include "pipeline/reseticons.h"
 #include "pipeline/screens.h"
@@ -66,6 +68,9 @@ void connectmonitor()
     if (done) return;
     done = true;
     Form9& f = form9();
+    QObject::connect(&f.Timer1, &QTimer::timeout, &f, [] { guarded(timer1tick); });
+    QObject::connect(&f.Timer2, &QTimer::timeout, &f, [] { guarded(timer2tick); });
+    QObject::connect(&f.Timer3, &QTimer::timeout, &f, [] { guarded(timer3tick); });
     QObject::connect(&f.Timer4, &QTimer::timeout, &f, [] { guarded(timer4tick); });
     QObject::connect(&f.ImportCheckTimer, &QTimer::timeout, &f, [] { guarded(checkimports); });
     connecttraymenu();

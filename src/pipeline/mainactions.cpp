@@ -10,6 +10,7 @@
 #include "maintenance/form10.h"
 #include "maintenance/form24.h"
 #include "maintenance/screens.h"
+#include "pipeline/autodownload.h"
 #include "pipeline/deletedata.h"
 #include "pipeline/form1.h"
 #include "pipeline/form13.h"
@@ -62,20 +63,6 @@ bool noscanners(int n)
     return true;
 }
 
-// The host lock test: a lock file in the store means Tarn is loading data. False when the
-// user leaves it in place and the transfer must not go on.
-bool lockcleared()
-{
-    const std::string name = "BARLCK." + g().terminalno;
-    if (UCase(files::Dir(formats::lockfile())) != UCase(name)) return true;
-    if (MsgBox("There is a lock file in place that indicates you are currently loading data into Tarn! You should not "
-               "download from additional scanners until this is complete! Would you like to remove the lock file?",
-               vbYesNo + vbCritical + vbDefaultButton2, "Data Upload In Progress") != vbYes)
-        return false;
-    files::removefile(formats::lockfile());
-    return true;
-}
-
 // Read and Delete: one scanner goes at once, several through the select scanner type screen.
 void readordelete(bool reading)
 {
@@ -114,6 +101,18 @@ void readordelete(bool reading)
 }
 
 }  // namespace
+
+bool lockcleared()
+{
+    const std::string name = "BARLCK." + g().terminalno;
+    if (UCase(files::Dir(formats::lockfile())) != UCase(name)) return true;
+    if (MsgBox("There is a lock file in place that indicates you are currently loading data into Tarn! You should not "
+               "download from additional scanners until this is complete! Would you like to remove the lock file?",
+               vbYesNo + vbCritical + vbDefaultButton2, "Data Upload In Progress") != vbYes)
+        return false;
+    files::removefile(formats::lockfile());
+    return true;
+}
 
 int countscanners()
 {
@@ -307,6 +306,7 @@ void wireform1(Form1& f)
     both(f.Read, f.ReadLabel, &runread);
     both(f.Delete, f.DeleteLabel, &rundelete);
     both(f.Settings, f.SettingsLabel, &runsetup);
+    QObject::connect(&f.Status, &PictureBox::clicked, &f, &statusclick);
     QObject::connect(&f.Label1, &Caption::clicked, &f, [] { form24().opentimer(); });
     // Help and the outstanding list's double click ask the guard question; the help menu
     // and the delivery of outstanding files that follow it are wired by their own screens.

@@ -8,6 +8,10 @@ class Form1;
 // scannertype becomes the highest type in use.
 int countscanners();
 
+// The host lock test: a lock file in the store means Tarn is loading data. Asks whether to
+// remove it; false when the user leaves it in place and the download must not go on.
+bool lockcleared();
+
 void runtransfer();
 void runread();
 void rundelete();
