@@ -1,19 +1,21 @@
-# Watching and reporting the demo's run, sourced by scripts/demo after demo-world.sh.
+# Watching and reporting the demo's run, sourced by scripts/demo after demo-world.sh, whose
+# scanner table it reads.
+# shellcheck shell=bash disable=SC2154
 
-# waitfordownloads PID STARTED LIMIT: waits until every scanner's memory is empty (the
+# waitfordownloads DIR PID STARTED LIMIT: waits until every scanner's memory is empty (the
 # program clears a scanner only once its lines are saved), the program ends, or LIMIT
 # seconds have passed since STARTED (a value of $SECONDS). Says each change as it comes.
 waitfordownloads() {
-  local pid="$1" started="$2" limit="$3" i left empty
+  local dir="$1" pid="$2" started="$3" limit="$4" i left empty
   local last=("" "" "")
   while :; do
     empty=1
     for i in 0 1 2; do
-      left="$(heldrecords "$(scannerfile "$install_dir" "$i" state)")"
+      left="$(heldrecords "$(scannerfile "$dir" "$i" state)")"
       if [ "$left" != "${last[$i]}" ]; then
         [ -n "${last[$i]}" ] && printf '  %3d s  %-9s %2s of %s records left\n' \
           $((SECONDS - started)) "${scanner_names[$i]}" "$left" "${scanner_held[$i]}"
-        last[$i]="$left"
+        last[i]="$left"
       fi
       [ "$left" = 0 ] || empty=0
     done
@@ -46,7 +48,7 @@ showfile() {
 showset() {
   local folder="$1" prefix="$2" f
   while IFS= read -r f; do showfile "$prefix$f" "$folder/$f"; done < <(
-    cd "$folder" && { ls | grep -i '^barcode\.'; ls | grep -i '^bar[0-9][0-9][0-9]\.' | sort; })
+    shopt -s nocaseglob nullglob; cd "$folder" && printf '%s\n' barcode.* bar[0-9][0-9][0-9].*)
 }
 
 # showresults DIR: the Tarn files in the store, data held on the PC, the day's logs, the
@@ -56,7 +58,7 @@ showresults() {
   echo
   echo "===== Tarn files in the store folder \\\\127.0.0.1\\tagstore ($(storefolder "$dir"))"
   showset "$(storefolder "$dir")" '\\127.0.0.1\tagstore\'
-  if ls "$dir/drive_c/tarnbc" | grep -qi '^bar[0-9][0-9][0-9]\.ini$'; then
+  if [ -n "$(shopt -s nocaseglob nullglob; echo "$dir"/drive_c/tarnbc/bar[0-9][0-9][0-9].ini)" ]; then
     echo "===== data held on this PC for the server (c:\\tarnbc)"
     showset "$dir/drive_c/tarnbc" 'c:\tarnbc\'
   fi

@@ -1,5 +1,6 @@
 # The demo's world, sourced by scripts/demo: an install folder with its platform.ini, the
 # settings file, the engineer list, the server's store folder, and three emulated scanners.
+# shellcheck shell=bash
 
 # The scanners, by index 0..2: emulator type, name, COM port, ID (also the engineer's
 # number), engineer, settings section, kind of records file.
@@ -22,10 +23,10 @@ scannerfile() { echo "$1/scanners/${scanner_types[$2]}.$3"; }
 
 # Stops one process this demo started: SIGTERM, then SIGKILL after five seconds.
 stoppid() {
-  local pid="$1" n
+  local pid="$1"
   kill -0 "$pid" 2>/dev/null || { wait "$pid" 2>/dev/null || true; return 0; }
   kill "$pid" 2>/dev/null || true
-  for n in $(seq 50); do kill -0 "$pid" 2>/dev/null || break; sleep 0.1; done
+  for _ in $(seq 50); do kill -0 "$pid" 2>/dev/null || break; sleep 0.1; done
   kill -0 "$pid" 2>/dev/null && kill -KILL "$pid" 2>/dev/null
   wait "$pid" 2>/dev/null || true
 }
@@ -43,7 +44,7 @@ writeworld() {
     echo "[ports]"
     for i in 0 1 2; do echo "COM${scanner_coms[$i]}=$(scannerfile "$dir" "$i" port)"; done
     echo "[shares]"
-    echo "\\\\127.0.0.1\\tagstore=$(storefolder "$dir")"
+    printf '%s=%s\n' '\\127.0.0.1\tagstore' "$(storefolder "$dir")"
     echo "[dialogs]"
     # Offscreen nobody can click: every box takes its default answer.
     [ -z "$display" ] && echo "answers=answers.txt"
@@ -85,7 +86,7 @@ heldrecords() { grep -c '^\(line\|record\)=' "$1" || true; }
 # dockscanner DIR I DATE: writes scanner I's day of scans and starts its emulator; the
 # emulator's pid is left in docked_pid.
 dockscanner() {
-  local dir="$1" i="$2" date="$3" counts n
+  local dir="$1" i="$2" date="$3" counts
   local records state out
   records="$(scannerfile "$dir" "$i" records)"
   state="$(scannerfile "$dir" "$i" state)"
@@ -96,13 +97,13 @@ dockscanner() {
   "$dir/scanner-emulator" --type "${scanner_types[$i]}" --link "$(scannerfile "$dir" "$i" port)" \
     --id "${scanner_ids[$i]}" --records "$records" --state "$state" > "$out" 2>&1 &
   docked_pid=$!
-  for n in $(seq 100); do
+  for _ in $(seq 100); do
     grep -q '^ready ' "$out" 2>/dev/null && break
     kill -0 "$docked_pid" 2>/dev/null || { cat "$out" >&2; echo "scripts/demo: the ${scanner_names[$i]} emulator did not start" >&2; return 1; }
     sleep 0.1
   done
   grep -q '^ready ' "$out" || { echo "scripts/demo: the ${scanner_names[$i]} emulator is not ready after 10 s" >&2; return 1; }
-  scanner_held[$i]="$(heldrecords "$state")"
+  scanner_held[i]="$(heldrecords "$state")"
   printf '%-9s ID %s on COM%s (%s): %2s records: %s good, %s test, %s invalid\n' "${scanner_names[$i]}" \
     "${scanner_ids[$i]}" "${scanner_coms[$i]}" "${scanner_engineers[$i]}" "${scanner_held[$i]}" \
     "${scanner_good[$i]}" "${scanner_test[$i]}" "${scanner_invalid[$i]}"
