@@ -222,4 +222,22 @@ TEST_F(IconStateTest, StatusClickSwitchesAutomaticExceptDuringTransferReadOrDele
     EXPECT_EQ(s.automaticactive, 0);
 }
 
+TEST_F(IconStateTest, TheUncalledSwitchArmsTimersOrStopsTheDownload)
+{
+    Globals& s = g();
+    scanners("11 11 00");
+    form9().Timer2.stop();
+    startstopauto();
+    EXPECT_FALSE(form1().Transfer.isEnabled()) << "every used scanner is on AUTO";
+    EXPECT_TRUE(form9().Timer1.isActive());
+    EXPECT_FALSE(form9().Timer2.isActive()) << "the CS 1504 is not on AUTO";
+    EXPECT_EQ(s.automaticactive, 0) << "it never sets the flag";
+    s.automaticactive = 1;
+    setinterval(form9().Timer2, 1000);
+    startstopauto();
+    EXPECT_EQ(s.automaticactive, 0);
+    EXPECT_FALSE(form9().Timer2.isActive());
+    EXPECT_TRUE(form1().Transfer.isEnabled());
+}
+
 }  // namespace
