@@ -9,7 +9,7 @@ Form16::Form16(QWidget* parent) : QWidget(parent)
 {
     setObjectName("Form16");
     setWindowTitle("Current Status");
-    setFixedSize(twips(5025), twips(2520));
+    setFixedSize(twips(5025), twips(2160));
     Caption* captions[] = {&ScanLabel, &DownLabel, &ProcLabel, &SaveLabel};
     Caption* values[] = {&ScanData, &DownData, &ProcData, &SaveData};
     const char* texts[] = {"Current Scanner", "Downloading Data", "Processing Data", "Saving Data"};
@@ -22,10 +22,12 @@ Form16::Form16(QWidget* parent) : QWidget(parent)
         adopt(*values[i], this, valuenames[i]);
         values[i]->setGeometry(twips(2280), twips(120 + i * 360), twips(2625), twips(300));
     }
+    // The level bar lies inside its frame, which keeps the full width.
     for (int i = 0; i <= 1; ++i) {
         adopt(BatteryLevel[i], this, "BatteryLevel", i);
-        BatteryLevel[i].setGeometry(twips(120), twips(1680 + i * 360), twips(4785), twips(240));
+        BatteryLevel[i].setGeometry(twips(120), twips(1680), twips(4785), twips(240));
     }
+    BatteryLevel[0].raise();
     setupstatus();
 }
 

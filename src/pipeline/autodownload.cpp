@@ -168,3 +168,31 @@ void statusclick()
     else if (anyusedauto()) s.automaticactive = 1;
     reseticons();
 }
+
+void startstopauto()
+{
+    Globals& s = g();
+    Form1& f = form1();
+    const auto buttons = [&f](bool on) {
+        enablebutton(f.Transfer, f.TransferLabel, 3, on);
+        enablebutton(f.Read, f.ReadLabel, 4, on);
+        enablebutton(f.Delete, f.DeleteLabel, 1, on);
+    };
+    if (s.automaticactive == 0) {
+        bool allauto = true;
+        for (int i = 1; i <= 3; ++i)
+            if (s.scannerused[i] == 1 && s.scannerauto[i] != 1) allauto = false;
+        if (allauto) buttons(false);
+        setinterval(form9().Timer1, 1000);
+        form6().resetballs();
+        if (s.scannerauto[3] == 1) {
+            csp2Restore();
+            csp2Init(s.scannerport[3] - 1);
+            setinterval(form9().Timer2, 10000);
+        }
+    } else {
+        s.automaticactive = 0;
+        setinterval(form9().Timer2, 0);
+        buttons(true);
+    }
+}

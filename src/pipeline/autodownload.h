@@ -10,3 +10,6 @@ void timer3tick();
 // A click on the main screen's Status picture: automatic download off, or on when some
 // used scanner has AUTO. Refused while a transfer, read or delete runs.
 void statusclick();
+// The main screen's own switch of automatic download. Nothing calls it: the Status click
+// and the setup screen's timers do this work.
+void startstopauto();

@@ -4,6 +4,7 @@
 #include "platform/serial.h"
 
 #include <cerrno>
+#include <map>
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/file.h>
@@ -61,6 +62,13 @@ void closeexclusive(int fd)
     ::close(fd);
 }
 
+// Devices this process holds open through a Port, with how many Ports hold each.
+std::map<std::string, int>& heldhere()
+{
+    static std::map<std::string, int> held;
+    return held;
+}
+
 }  // namespace
 
 std::string devicepath(int port)
@@ -71,7 +79,10 @@ std::string devicepath(int port)
 
 bool portexists(int port)
 {
-    int fd = openexclusive(devicepath(port));
+    const std::string device = devicepath(port);
+    // A port that a session of ours still holds is there as long as its device is.
+    if (heldhere().count(device)) return ::access(device.c_str(), F_OK) == 0;
+    int fd = openexclusive(device);
     if (fd < 0) return false;
     closeexclusive(fd);
     return true;
@@ -112,6 +123,8 @@ bool Port::openpath(const std::string& device, int baud, Parity parity)
         return false;
     }
     fd_ = fd;
+    device_ = device;
+    ++heldhere()[device_];
     return true;
 }
 
@@ -120,6 +133,9 @@ void Port::close()
     if (fd_ < 0) return;
     closeexclusive(fd_);
     fd_ = -1;
+    auto held = heldhere().find(device_);
+    if (held != heldhere().end() && --held->second == 0) heldhere().erase(held);
+    device_.clear();
 }
 
 int Port::read(uint8_t* buf, int n, int timeoutms)

@@ -9,7 +9,8 @@ namespace serial {
 // The device path of COMn, "" when not mapped.
 std::string devicepath(int port);
 // The port exists: its device opens for our exclusive use at this moment. A port held
-// open by another program (exclusive flag or lock) counts as absent.
+// open by another program (exclusive flag or lock) counts as absent; one that this program
+// holds open itself (a scanner session left bound) is there while its device is.
 bool portexists(int port);
 
 // A raw 8-bit line to a mapped port, exclusive while open.
@@ -35,6 +36,7 @@ public:
 
 private:
     int fd_ = -1;
+    std::string device_;
 };
 
 }  // namespace serial

@@ -108,7 +108,9 @@ TEST_P(ScannerAction, EmptyScannerIsNeverAskedAbout)
     EXPECT_TRUE(logged("No Items On Scanner"));
     EXPECT_FALSE(logged("Delete type 1 selected")) << "nothing to clear after no records";
     // With no lines the OPL 972x's port state stays as the read set it.
-    if (GetParam() == 1) EXPECT_EQ(g().oplportstate, 1);
+    if (GetParam() == 1) {
+        EXPECT_EQ(g().oplportstate, 1);
+    }
     EXPECT_EQ(g().runmode, 0);
     EXPECT_EQ(g().pressedop, 0);
 }

@@ -313,7 +313,9 @@ TEST_F(TransferFault, RefusedOplIds)
         runtransfer();
         const auto refused = boxes(c.title);
         ASSERT_EQ(refused.size(), 1u);
-        if (c.text) EXPECT_EQ(refused[0].text, c.text);
+        if (c.text) {
+            EXPECT_EQ(refused[0].text, c.text);
+        }
         EXPECT_EQ(activity(), std::vector<std::string>{"Aborted due to scanner ID error!"});
         EXPECT_EQ(g().runmode, 0);
         EXPECT_EQ(g().pressedop, 0);

@@ -102,3 +102,42 @@ TEST_F(RepairEndToEnd, HoursApartShiftFromTheChosenLineTwiceThenCancelTouchesNot
     EXPECT_FALSE(has("c:\\tarnbc\\BAR001.INI"));
     EXPECT_FALSE(hasline("Correcting Scanner Date / Time!"));
 }
+
+TEST_F(RepairEndToEnd, ReadOnlyUnderRepairOfACs1504KeepsItsLinesButSetsItsClock)
+{
+    // Ten days ahead: the scan of 18 April is 40 days on and comes back to 8 April.
+    dock(3, {"--id", "123", "--clock-offset", clockoffset(10 * 1440), "--records",
+             records("001123456789,1,2007-04-18 08:30:05\n002876543210,1,2007-03-19 10:00:00\n")});
+    reseticons();
+    dialogs::queueanswer(vbYes);
+    emit form1().Read.clicked();
+
+    Form12& repair = form12();
+    ASSERT_TRUE(repair.isVisible());
+    EXPECT_EQ(g().runmode, 5);
+    EXPECT_EQ(repair.daysshift(), 10);
+    EXPECT_EQ(review(2), (std::vector<std::string>{"0112345678200704080830", "0287654321200703191000"}));
+    // Automatic download still switches while the repair waits.
+    g().automaticactive = 0;
+    g().scannerauto[3] = 1;
+    emit form1().Status.clicked();
+    EXPECT_EQ(g().automaticactive, 1);
+
+    emit repair.Delete.clicked();
+    EXPECT_FALSE(repair.isVisible());
+    // The amended run has already set a read's runmode back to 0, so the accept never says
+    // that the data was only read.
+    EXPECT_FALSE(hasline("Data has been read only!"));
+    EXPECT_TRUE(hasline("2 Valid Lines Available For Export"));
+    EXPECT_FALSE(has("c:\\tarnbc\\BAR001.INI"));
+    EXPECT_EQ(held(6), 2) << "a read keeps the lines on the scanner";
+    EXPECT_TRUE(hasline("Scanner Update Successful!"));
+    EXPECT_EQ(activity().back(), "Please Remove Scanner");
+    EXPECT_EQ(g().runmode, 0);
+
+    // Read again, its clock now agrees with the PC's: no repair question this time.
+    dialogs::cleartranscript();
+    emit form1().Read.clicked();
+    EXPECT_FALSE(repair.isVisible());
+    EXPECT_TRUE(dialogs::transcript().empty()) << dialogs::describe(dialogs::transcript().front());
+}

@@ -95,11 +95,12 @@ TEST_F(Csp2, InterrogateAndVersionNameTheModel)
 TEST_F(Csp2, SessionHoldsThePortUntilRestore)
 {
     dock("opn");
-    EXPECT_TRUE(serial::portexists(3));
+    serial::Port other;
     ASSERT_EQ(csp2Init(2), csp2::ok);
-    EXPECT_FALSE(serial::portexists(3));
+    EXPECT_FALSE(other.open(3)) << "the session holds the port for itself";
+    EXPECT_TRUE(serial::portexists(3)) << "a port held by this program is still there";
     csp2Restore();
-    EXPECT_TRUE(serial::portexists(3));
+    EXPECT_TRUE(other.open(3));
 }
 
 TEST_F(Csp2, NoPortMeansNoAnswer)

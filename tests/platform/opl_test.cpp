@@ -137,21 +137,22 @@ TEST_F(Opl, NestedControlsShareTheOpenPort)
     auto outer = std::make_unique<opl::Control>();
     outer->setport(1);
     ASSERT_EQ(outer->openport(), opl::statusok);
-    EXPECT_FALSE(serial::portexists(1));
+    const auto held = [] { return !serial::Port().open(1); };
+    EXPECT_TRUE(held());
     {
         opl::Control inner;  // finds the port open and leaves it so
         inner.setport(1);
         EXPECT_EQ(inner.readid(), 123);
     }
-    EXPECT_FALSE(serial::portexists(1)) << "the inner control did not close the outer one's port";
+    EXPECT_TRUE(held()) << "the inner control did not close the outer one's port";
     EXPECT_EQ(outer->readlinecount(), 5);
     outer.reset();
-    EXPECT_TRUE(serial::portexists(1)) << "releasing the control that opened the port closes it";
+    EXPECT_FALSE(held()) << "releasing the control that opened the port closes it";
 
     opl::Control once;  // never opened: each call opens the port for itself
     once.setport(1);
     EXPECT_EQ(once.readbattery(), "085%");
-    EXPECT_TRUE(serial::portexists(1));
+    EXPECT_FALSE(held());
 }
 
 TEST_F(Opl, DownloadDeliversEventsOnTheMainThreadWhileEventsRun)

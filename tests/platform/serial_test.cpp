@@ -92,11 +92,13 @@ TEST(Serial, OpenPortIsExclusiveAndClosingFreesIt)
     TempInstall inst(emu.portsection(3));
     serial::Port a, b;
     ASSERT_TRUE(a.open(3, 9600, serial::Port::odd));
-    EXPECT_FALSE(serial::portexists(3));
+    EXPECT_TRUE(serial::portexists(3)) << "a port this program holds is there";
     EXPECT_FALSE(b.open(3)) << "a second open of the same port";
     a.close();
     EXPECT_TRUE(serial::portexists(3));
     EXPECT_TRUE(b.open(3));
+    EXPECT_EQ(emu.stop(), 0);
+    EXPECT_FALSE(serial::portexists(3)) << "held, but its device has gone";
 }
 
 TEST(Serial, ReadsWaitThenTellAGoneDevice)
