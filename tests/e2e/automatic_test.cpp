@@ -1,6 +1,7 @@
 // The automatic download, one Timer2 tick at a time, against emulated scanners that are
 // docked, lifted and docked again: what is taken when, the marks that keep a docked scanner
-// from being taken twice, the status screen and icon of a download, and the lock question.
+// from being taken twice, the status screen and icon of a download. The lock question is
+// tested with the real program (automatic_process_test).
 #include <csignal>
 
 #include "core/form16.h"
@@ -139,31 +140,4 @@ TEST_F(AutomaticDownload, Cs1504PolledEveryFourthTickTurnedOffAndTakenAgainOnlyA
     EXPECT_EQ(g().symbolpollstep, 0);
     EXPECT_EQ(ticks(1), 1);
     EXPECT_EQ(g().symwaiting, 1);
-}
-
-TEST_F(AutomaticDownload, LockQuestionKeptLeavesTheScannerAndAsksAgainTakenRemovesTheLock)
-{
-    g().savetype = 1;
-    autodock(1, oplrecords());
-    TempInstall::writefile(share + "/BARLCK.007", "");
-    dialogs::queueanswer(vbNo);
-    EXPECT_EQ(ticks(1), 0);
-    EXPECT_EQ(boxes("Data Upload In Progress").size(), 1u);
-    const auto removal = boxes("Please remove scanner");
-    ASSERT_EQ(removal.size(), 1u);
-    EXPECT_EQ(removal[0].text,
-              "Please remove the scanner from the cradle or cable and then click on 'OK' (Note: No data has been "
-              "downloaded from the scanner). The scanner can be reconnected once the Tarn processing is complete.");
-    EXPECT_EQ(removal[0].flags, vbExclamation);
-    EXPECT_EQ(g().runmode, 0);
-    EXPECT_EQ(g().automaticactive, 1);
-    EXPECT_EQ(held(6), 3);
-
-    // Still docked: asked again; this time the lock goes and the scanner is downloaded.
-    dialogs::queueanswer(vbYes);
-    EXPECT_EQ(ticks(1), 1);
-    EXPECT_EQ(boxes("Data Upload In Progress").size(), 2u);
-    EXPECT_FALSE(QFile::exists(QString::fromStdString(share + "/BARLCK.007")));
-    EXPECT_EQ(TempInstall::readfile(share + "/BAR001.007"), barbytes("123", "00220070309", goodlines()));
-    EXPECT_EQ(held(6), 0);
 }
