@@ -13,12 +13,20 @@ namespace {
 
 bool usedauto(int i) { return g().scannerused[i] == 1 && g().scannerauto[i] == 1; }
 
-// One picture for the tray and one Balls image for Status. False when a download started
-// while the pictures were loading and the tick must leave them as the download set them.
-bool show(const char* icon, int ball)
+// One picture for the tray and one Balls image for Status.
+void show(const char* icon, int ball)
+{
+    form9().seticon(std::string("icons\\") + icon);
+    form1().Status.setpicture(Balls(), ball);
+}
+
+// The same for a step of the animation, which looks at runmode again before each picture:
+// loading one can let events in. False when a download started meanwhile and the tick must
+// leave the pictures as the download set them.
+bool showstep(const std::string& icon, int ball)
 {
     if (g().runmode != 0) return false;
-    form9().seticon(std::string("icons\\") + icon);
+    form9().seticon("icons\\" + icon);
     if (g().runmode != 0) return false;
     form1().Status.setpicture(Balls(), ball);
     return true;
@@ -34,36 +42,33 @@ bool storeup(Form9& f)
         // Step 0 grey, then the seven steps of the animation.
         const int step = (int)Val(f.iconm1);
         const std::string icon = step == 0 ? "vexalgrey.ico" : "vexalauto" + text(step) + ".ico";
-        if (!show(icon.c_str(), step == 0 ? 13 : 5 + step)) return false;
+        if (!showstep(icon, step == 0 ? 13 : 5 + step)) return false;
         f.iconm1 = text(step >= 7 ? 0 : step + 1);
     } else if (anyauto()) {
         const bool blue = Val(f.iconm2) == 0;
-        if (!show(blue ? "vexalblue.ico" : "vexalgrey.ico", blue ? 16 : 13)) return false;
+        show(blue ? "vexalblue.ico" : "vexalgrey.ico", blue ? 16 : 13);
         f.iconm2 = blue ? "1" : "0";
     } else {
-        if (!show("vexalyellow.ico", 14)) return false;
+        show("vexalyellow.ico", 14);
     }
     return true;
 }
 
 // The rows while the store is down: red on every other tick at most, and on every tick
 // when the red is forced.
-bool storedown(Form9& f)
+void storedown(Form9& f)
 {
     Globals& s = g();
     if (f.iconm1 == "1") {
-        if (!show("vexalred.ico", 17)) return false;
+        show("vexalred.ico", 17);
         f.iconm1 = "2";
-        return true;
+        return;
     }
-    bool shown;
-    if (s.pressedop != 0) shown = show("vexalyellow.ico", 14);
-    else if (s.automaticactive == 1) shown = show("vexalauto4.ico", 9);
-    else if (anyauto()) shown = show("vexalblue.ico", 16);
-    else shown = show("vexalblue.ico", 13);
-    if (!shown) return false;
+    if (s.pressedop != 0) show("vexalyellow.ico", 14);
+    else if (s.automaticactive == 1) show("vexalauto4.ico", 9);
+    else if (anyauto()) show("vexalblue.ico", 16);
+    else show("vexalblue.ico", 13);
     f.iconm1 = "1";
-    return true;
 }
 
 }  // namespace
@@ -97,11 +102,16 @@ void timer1tick()
     if (s.runmode != 0) return;
 
     if (s.storestate == 0 && s.pressedop != 0) {
-        if (show("vexalyellow.ico", 14)) updateicon();
+        show("vexalyellow.ico", 14);
+        updateicon();
         return;
     }
     if (s.storestate != 0 && !usedauto(1) && (!usedauto(2) || !usedauto(3))) f.iconm1 = "1";
-    if (!(s.storestate == 0 ? storeup(f) : storedown(f))) return;
+    if (s.storestate == 0) {
+        if (!storeup(f)) return;
+    } else {
+        storedown(f);
+    }
     updateicon();
     if (!anyusedauto() && s.runmode == 0) setinterval(f.Timer1, 0);
 }
