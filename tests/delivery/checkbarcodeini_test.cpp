@@ -1,15 +1,5 @@
 #include "delivery/checkbarcodeini.h"
-#include "support/storeworld.h"
-
-namespace {
-
-const char* localmaster = "c:\\tarnbc\\BARCODE.INI";
-const char* storemaster = "\\\\127.0.0.1\\tagstore\\BARCODE.007";
-
-std::string localbar(int n) { return "c:\\tarnbc\\BAR" + Format(n, "000") + ".INI"; }
-std::string storebar(int n) { return "\\\\127.0.0.1\\tagstore\\BAR" + Format(n, "000") + ".007"; }
-
-}  // namespace
+#include "setfiles.h"
 
 using CheckBarcodeIni = StoreTest;
 

@@ -2,24 +2,7 @@
 #include "recovery/form28.h"
 #include "settings/form17.h"
 #include "settings/form2.h"
-#include "support/storeworld.h"
-
-namespace {
-
-const char* localmaster = "c:\\tarnbc\\BARCODE.INI";
-const char* storemaster = "\\\\127.0.0.1\\tagstore\\BARCODE.007";
-
-std::string localbar(int n) { return "c:\\tarnbc\\BAR" + Format(n, "000") + ".INI"; }
-std::string storebar(int n) { return "\\\\127.0.0.1\\tagstore\\BAR" + Format(n, "000") + ".007"; }
-
-// A section of `count` lines.
-std::string barof(const std::string& scanner, int count)
-{
-    std::vector<std::string> lines(count, "0112345678200703091430");
-    return StoreTest::barbytes(scanner, Format(count, "000") + "20070309", lines);
-}
-
-}  // namespace
+#include "setfiles.h"
 
 class ListFiles : public StoreTest {
 protected:
@@ -42,7 +25,7 @@ TEST_F(ListFiles, RowsOfTheLocalSet)
 {
     g().savetype = 0;
     put(localmaster, masterbytes("003"));
-    put(localbar(1), barof("123", 1));
+    put(localbar(1), "[000000123\r\n000=00120070309\r\n001=0112345678200703091430\r\n");   // no closing bracket
     put(localbar(2), barof("456", 12));
     put(localbar(3), barbytes("789", "00020070309", {}));
     form1().List1.additem("stale row");
@@ -116,15 +99,6 @@ TEST_F(ListFiles, GarbageMasterIsRecreated)
     EXPECT_EQ(rows(), std::vector<std::string>{"No Outstanding Data"});
     EXPECT_EQ(get(localmaster), masterbytes("000"));
     EXPECT_TRUE(logged("checkbarcodeini: Corrupt Main BARCODE.INI File - Recreated"));
-}
-
-TEST_F(ListFiles, BarFileWithoutClosingBracketStillLists)
-{
-    g().savetype = 0;
-    put(localmaster, masterbytes("001"));
-    put(localbar(1), "[000000123\r\n000=00120070309\r\n001=0112345678200703091430\r\n");
-    listfiles();
-    EXPECT_EQ(rows(), std::vector<std::string>{"BAR001   Scanner 123   001 Line"});
 }
 
 TEST_F(ListFiles, RogueFilesOnTheServer)

@@ -1,21 +1,5 @@
 #include "recovery/form28.h"
-#include "support/storeworld.h"
-
-namespace {
-
-const char* localmaster = "c:\\tarnbc\\BARCODE.INI";
-const char* storemaster = "\\\\127.0.0.1\\tagstore\\BARCODE.007";
-
-std::string localbar(int n) { return "c:\\tarnbc\\BAR" + Format(n, "000") + ".INI"; }
-std::string storebar(int n) { return "\\\\127.0.0.1\\tagstore\\BAR" + Format(n, "000") + ".007"; }
-
-std::string barof(const std::string& scanner, int count, const std::string& date = "20070309")
-{
-    std::vector<std::string> lines(count, "0112345678200703091430");
-    return StoreTest::barbytes(scanner, Format(count, "000") + date, lines);
-}
-
-}  // namespace
+#include "delivery/setfiles.h"
 
 class FileEditor : public StoreTest {
 protected:
@@ -45,6 +29,15 @@ protected:
         for (int i = 0; i < list.listcount(); ++i)
             if (Left(list.list(i), (long)start.size()) == start) return list.setlistindex(i);
         FAIL() << "no entry " << start;
+    }
+    // A local set of the one file BAR001 with these bytes, listed, its row picked.
+    void pickone(const std::string& bytes)
+    {
+        g().savetype = 0;
+        put(localmaster, masterbytes("001"));
+        put(localbar(1), bytes);
+        form28().listerrorfiles();
+        pick(form28().List1, "BAR001");
     }
 };
 
@@ -100,13 +93,8 @@ TEST_F(FileEditor, ModesAndEmptySets)
 
 TEST_F(FileEditor, NewIdMendsAFileWithoutItsBracket)
 {
-    g().savetype = 0;
-    put(localmaster, masterbytes("001"));
-    put(localbar(1), "[000000123\r\n000=00220070309\r\n001=0112345678200703091430\r\n002=0212345678200703091431456\r\n");
-    form28().listerrorfiles();
+    pickone("[000000123\r\n000=00220070309\r\n001=0112345678200703091430\r\n002=0212345678200703091431456\r\n");
     EXPECT_EQ(left(), std::vector<std::string>{"BAR001    Scanner 123   c:\\ Lines  *ID ERROR*"});
-
-    pick(form28().List1, "BAR001");
     dialogs::queueinput("7");
     form28().list1dblclick();
     EXPECT_EQ(get(localbar(1)),
@@ -136,14 +124,10 @@ TEST_F(FileEditor, NewIdInTheStoreAndCancel)
     EXPECT_EQ(get(storebar(1)).substr(13), bytes.substr(12)) << "the keys stay";
 }
 
-TEST_F(FileEditor, TooLongAFileStopsBeforeAnythingIsWritten)
+TEST_F(FileEditor, TooLongAFileOrAFailedRewriteLeavesTheFileAsItWas)
 {
-    g().savetype = 0;
-    put(localmaster, masterbytes("001"));
     const std::string bytes = barof("123", 499);   // 501 lines with the section and key 000
-    put(localbar(1), bytes);
-    form28().listerrorfiles();
-    pick(form28().List1, "BAR001");
+    pickone(bytes);
     dialogs::queueinput("5");
     try {
         form28().list1dblclick();
@@ -165,20 +149,13 @@ TEST_F(FileEditor, TooLongAFileStopsBeforeAnythingIsWritten)
     dialogs::queueinput("5");
     form28().list1dblclick();
     EXPECT_EQ(Left(get(localbar(1)), 11), "[000000005]") << "500 lines still fit";
-}
 
-TEST_F(FileEditor, FailedRewritePutsTheOldFileBack)
-{
-    g().savetype = 0;
-    put(localmaster, masterbytes("001"));
-    const std::string bytes = barof("123", 3);
-    put(localbar(1), bytes);
-    form28().listerrorfiles();
-    pick(form28().List1, "BAR001");
+    const std::string three = barof("123", 3);
+    pickone(three);
     dialogs::queueinput("9");
     files::inject::failwriteafter(2);
     EXPECT_THROW(form28().list1dblclick(), Fault);
-    EXPECT_EQ(get(localbar(1)), bytes);
+    EXPECT_EQ(get(localbar(1)), three) << "the old file is put back";
 }
 
 TEST_F(FileEditor, RogueFileTakenIntoTheSet)

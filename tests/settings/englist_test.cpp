@@ -29,12 +29,6 @@ protected:
     std::string list() const { return TempInstall::readfile(local("ENGLST.TXT")); }
     void writeserverlist(const std::string& text) const { TempInstall::writefile(share + "/ENGLST.TXT", text); }
 
-    static std::vector<std::string> rows(const ListBox& list)
-    {
-        std::vector<std::string> out;
-        for (int i = 0; i < list.listcount(); ++i) out.push_back(list.list(i));
-        return out;
-    }
     // Update on the details screen with these two boxes.
     void add(const std::string& id, const std::string& name)
     {
@@ -54,8 +48,6 @@ protected:
 
     std::string share;
 };
-
-using Rows = std::vector<std::string>;
 
 TEST_F(EngineerList, DoenglinetestSortsLinesIntoRecordsInvalidLinesAndHeaders)
 {
@@ -186,21 +178,21 @@ TEST_F(EngineerList, TheListScreenShowsEachArrangementInItsOwnRows)
 
     g().fittertype = 0;
     f.setuplist();
-    EXPECT_EQ(rows(f.List1), (Rows{"000005 Ann Lee", "Invalid Entry", "Invalid Entry", "Invalid Entry", "000008 Bob, Jr"}));
+    EXPECT_EQ(items(f.List1), (Rows{"000005 Ann Lee", "Invalid Entry", "Invalid Entry", "Invalid Entry", "000008 Bob, Jr"}));
     EXPECT_FALSE(f.Label4[0].isHidden());
     EXPECT_TRUE(f.Add[1].isEnabled());
     EXPECT_EQ(f.Add[1].picturelist(), "ColorIcons");
 
     g().fittertype = 2;
     f.setuplist();
-    EXPECT_EQ(rows(f.List1), (Rows{"000005Ann Lee (12)", "Invalid Entry", "Invalid Entry", "Invalid Entry",
+    EXPECT_EQ(items(f.List1), (Rows{"000005Ann Lee (12)", "Invalid Entry", "Invalid Entry", "Invalid Entry",
                                    "000008Bob, Jr (8)"}));
     EXPECT_TRUE(f.Add[1].isEnabled());
 
     g().fittertype = 1;
     writeserverlist("VEXAL\r\n");
     f.setuplist();
-    EXPECT_EQ(rows(f.List1), Rows{});
+    EXPECT_EQ(items(f.List1), Rows{});
     EXPECT_TRUE(f.Label4[0].isHidden());
     EXPECT_FALSE(f.Add[1].isEnabled());
     EXPECT_EQ(f.Add[1].picturelist(), "GreyIcons");
@@ -210,7 +202,7 @@ TEST_F(EngineerList, TheListScreenShowsEachArrangementInItsOwnRows)
     files::removefile("\\\\10.0.0.5\\tagstore\\ENGLST.TXT");
     f.List1.additem("left over");
     f.setuplist();
-    EXPECT_EQ(rows(f.List1), Rows{});
+    EXPECT_EQ(items(f.List1), Rows{});
     EXPECT_TRUE(dialogs::transcript().empty());
 }
 
@@ -222,7 +214,7 @@ TEST_F(EngineerList, AddingKeepsTheOrderOfTheSecondNumberAndDropsHeadersAndInval
     const std::string after = "000003,000003,Ann\r\n000005,000005,Bob\r\n000008,000008,Cy\r\n";
     EXPECT_EQ(list(), after);
     EXPECT_EQ(TempInstall::readfile(local("ENGLST.BAK")), after);
-    EXPECT_EQ(rows(form4().List1), (Rows{"000003 Ann", "000005 Bob", "000008 Cy"}));
+    EXPECT_EQ(items(form4().List1), (Rows{"000003 Ann", "000005 Bob", "000008 Cy"}));
     EXPECT_TRUE(form5().isHidden());
 
     add("10", "Dee");
@@ -239,7 +231,7 @@ TEST_F(EngineerList, AFileWithAHeaderOnlyListsNothingAndLosesTheHeaderOnTheFirst
     g().fittertype = 0;
     writelist("Unit,Seq,Name\r\n");
     form4().setuplist();
-    EXPECT_EQ(rows(form4().List1), Rows{});
+    EXPECT_EQ(items(form4().List1), Rows{});
     add("12", "ann lee");
     EXPECT_EQ(list(), "000012,000012,ann lee\r\n");
 }
@@ -328,7 +320,7 @@ TEST_F(EngineerList, ADoubleClickOpensTheRecordAndDeleteRemovesItsSecondNumber)
     dialogs::queueanswer(vbYes);
     f.deletedata();
     EXPECT_EQ(list(), "000003,000003,Ann\r\n");
-    EXPECT_EQ(rows(list4.List1), Rows{"000003 Ann"});
+    EXPECT_EQ(items(list4.List1), Rows{"000003 Ann"});
 
     list4.addengineer();   // Add: empty boxes, no delete button
     EXPECT_EQ(f.FitterID.value(), "");
@@ -371,7 +363,7 @@ TEST_F(EngineerList, OpeningTheListFromTheSetupScreen)
     EXPECT_FALSE(form4().isHidden());
     EXPECT_TRUE(form2().isHidden());
     EXPECT_EQ(g().callerof[4], 2);
-    EXPECT_EQ(rows(form4().List1), Rows{"000001 Ann"});
+    EXPECT_EQ(items(form4().List1), Rows{"000001 Ann"});
     form4().cancel();
     EXPECT_TRUE(form4().isHidden());
     EXPECT_FALSE(form2().isHidden());
@@ -393,7 +385,7 @@ TEST_F(EngineerList, TheSelectIdScreenHasTwoLayouts)
 
     writelist("VEXAL\r\n5,12,Ann Lee\r\nbad\r\n");
     f.setuplist();
-    EXPECT_EQ(rows(f.List1), (Rows{"000005 Ann Lee", "Invalid Entry"}));
+    EXPECT_EQ(items(f.List1), (Rows{"000005 Ann Lee", "Invalid Entry"}));
     EXPECT_FALSE(f.List1.isHidden());
     EXPECT_EQ(f.Label1.caption(), "Or Enter ID");
     EXPECT_EQ(f.height(), twips(Form14::listheight));

@@ -13,8 +13,6 @@
 
 namespace {
 
-using Rows = std::vector<std::string>;
-
 class FirstRun : public SettingsTest {
 protected:
     void SetUp() override
@@ -24,7 +22,7 @@ protected:
         // The start-up's part: the file of a first start, FIRST RUN read as 0. The program's
         // probe file comes with the install.
         createsettingsfile();
-        TempInstall::writefile(install.host(g().homedir + "BAR999.INI"), "[000000999]\r\n000=000 20070309\r\n");
+        probefile();
         g().firstrun = 0;
         g().commandline = "startup";
         Form2& f = form2();
@@ -36,13 +34,6 @@ protected:
     {
         for (QWidget* w : {(QWidget*)&form2(), (QWidget*)&form3(), (QWidget*)&form23(), (QWidget*)&form1()}) w->hide();
         SettingsTest::TearDown();
-    }
-
-    static Rows titles()
-    {
-        Rows out;
-        for (const auto& e : dialogs::transcript()) out.push_back(e.title);
-        return out;
     }
 
     Pty com3;

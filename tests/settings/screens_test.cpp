@@ -29,8 +29,6 @@ protected:
                                " 6,6,Lead Blank\r\n000012,000012,Cy Young\r\n");
     }
 
-    int drawn(QWidget& screen, const char* name) { return drawscreen(screen, name); }
-
     Pty com3, com5;
 };
 
@@ -39,7 +37,7 @@ TEST_F(SettingsScreens, SetupScreenAfterALoad)
     // The OPL 972x on COM3 on automatic, the CS 1504 on a port that is not there; Batch
     // Update to a share that works; a PC Copy of the engineer list.
     install.addshare("\\\\127.0.0.1\\tagstore");
-    TempInstall::writefile(install.host(g().homedir + "BAR999.INI"), "[000000999]\r\n000=000 20070309\r\n");
+    probefile();
     TempInstall::writefile(install.host("\\\\127.0.0.1\\tagstore\\ENGLST.TXT"), "1,1,Ann\r\n");
     writeini("[9725]\r\nUSED=1\r\nPORT=3#\r\nAUTO=1\r\nAUTOTIME=2\r\n[1234]\r\nUSED=0\r\nPORT=0#\r\nAUTO=0\r\n"
              "[1504]\r\nUSED=1\r\nPORT=9#\r\nAUTO=0\r\nAUTOTIME=1\r\n[SAVE]\r\nTYPE=2\r\nIP=127.0.0.1#\r\nTNO=7#\r\n"
@@ -47,10 +45,10 @@ TEST_F(SettingsScreens, SetupScreenAfterALoad)
              "[MISC]\r\nCHKROGUE=1\r\n[FIRST]\r\nRUN=1\r\n");
     g().commandline = "startup";
     settingsfromfile();
-    ASSERT_EQ(boxes(), std::vector<std::string>{});
+    ASSERT_EQ(boxes(), Rows{});
     Form2& f = form2();
     f.setWindowTitle("Setup");
-    EXPECT_GT(drawn(f, "Form2"), 8);
+    EXPECT_GT(drawscreen(f, "Form2"), 8);
 }
 
 TEST_F(SettingsScreens, SetupScreenOnAFirstRunWithAServerThatDoesNotAnswer)
@@ -58,7 +56,7 @@ TEST_F(SettingsScreens, SetupScreenOnAFirstRunWithAServerThatDoesNotAnswer)
     // A first run: Undo hidden; the OPL 972x chosen on COM3, then Server, guessed from the
     // PC's own address where nothing answers.
     createsettingsfile();
-    TempInstall::writefile(install.host(g().homedir + "BAR999.INI"), "[000000999]\r\n000=000 20070309\r\n");
+    probefile();
     g().commandline = "startup";
     settingsfromfile();   // stops at the company name of a new file; the screen is as loaded
     dialogs::cleartranscript();
@@ -77,7 +75,7 @@ TEST_F(SettingsScreens, SetupScreenOnAFirstRunWithAServerThatDoesNotAnswer)
     f.Winsock1.setaddress("");
     f.setWindowTitle("Setup");
     EXPECT_EQ(f.ServerIP.value(), "127.0.0.???");
-    EXPECT_GT(drawn(f, "Form2-firstrun"), 8);
+    EXPECT_GT(drawscreen(f, "Form2-firstrun"), 8);
 }
 
 TEST_F(SettingsScreens, CompanyScreenOnAFirstStart)
@@ -87,7 +85,7 @@ TEST_F(SettingsScreens, CompanyScreenOnAFirstStart)
     f.loadsettings();
     f.setheight(Form3::tallheight);
     f.Label6.show();
-    EXPECT_GT(drawn(f, "Form3"), 4);
+    EXPECT_GT(drawscreen(f, "Form3"), 4);
     f.Label6.hide();
     f.setheight(Form3::normalheight);
 }
@@ -95,19 +93,19 @@ TEST_F(SettingsScreens, CompanyScreenOnAFirstStart)
 TEST_F(SettingsScreens, EngineerListAndDetails)
 {
     form4().setuplist();
-    EXPECT_GT(drawn(form4(), "Form4"), 4);
+    EXPECT_GT(drawscreen(form4(), "Form4"), 4);
     form4().changeengineer(1);
-    EXPECT_GT(drawn(form5(), "Form5"), 4);
+    EXPECT_GT(drawscreen(form5(), "Form5"), 4);
 }
 
 TEST_F(SettingsScreens, SelectNewScannerIdInBothLayouts)
 {
     Form14& f = form14();
     f.setuplist();
-    EXPECT_GT(drawn(f, "Form14"), 4);
+    EXPECT_GT(drawscreen(f, "Form14"), 4);
     files::removefile("c:\\tarnbc\\ENGLST.TXT");
     f.setuplist();
-    EXPECT_GT(drawn(f, "Form14-noentries"), 4);
+    EXPECT_GT(drawscreen(f, "Form14-noentries"), 4);
 }
 
 }  // namespace

@@ -22,18 +22,16 @@ const char* const createdfile =
     "[MISC]\r\nCHKROGUE=1\r\n"
     "[FIRST]\r\nRUN=0\r\n";
 
-TEST_F(SettingsFile, AFirstStartWritesExactlyTheStartingKeys)
+TEST_F(SettingsFile, AFirstStartWritesExactlyTheStartingKeysAndLeavesAFileThatIsThere)
 {
     createsettingsfile();
     EXPECT_EQ(ini(), createdfile);
 
-    writeini("[FIRST]\r\nRUN=1\r\n");   // a file that is there is left alone
+    writeini("[FIRST]\r\nRUN=1\r\n");
     createsettingsfile();
     EXPECT_EQ(ini(), "[FIRST]\r\nRUN=1\r\n");
-}
 
-TEST_F(SettingsFile, AFileNamedInAnotherCaseCountsAsThere)
-{
+    QFile::remove(QString::fromStdString(inipath()));   // named in another case it counts as there
     TempInstall::writefile(install.root() + "/tagstore.ini", "[FIRST]\r\nRUN=1\r\n");
     createsettingsfile();
     EXPECT_EQ(TempInstall::readfile(install.root() + "/tagstore.ini"), "[FIRST]\r\nRUN=1\r\n");

@@ -16,9 +16,22 @@
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
+#include "platform/icmp.h"
 #include "platform/paths.h"
+#include "settings/form3.h"
 #include "pipeline/pipelinefixture.h"
 #include "support/tempinstall.h"
+
+using Rows = std::vector<std::string>;
+
+// Whether this machine lets us open an ICMP socket for echoes.
+inline bool canecho()
+{
+    IcmpHandle h = IcmpCreateFile();
+    if (h == INVALID_ICMP_HANDLE) return false;
+    IcmpCloseHandle(h);
+    return true;
+}
 
 // A settings test's world: the pipeline tests' install, dated 9 March 2007 14:05:07.
 class SettingsTest : public PipelineTest {
@@ -27,6 +40,11 @@ protected:
     void writeini(const std::string& bytes) const { TempInstall::writefile(inipath(), bytes); }
     std::string ini() const { return TempInstall::readfile(inipath()); }
     std::string local(const std::string& name) const { return install.host("c:\\tarnbc\\" + name); }
+    // The write tests' probe file, so that the store on the PC works.
+    void probefile() const
+    {
+        TempInstall::writefile(install.host(g().homedir + "BAR999.INI"), "[000000999]\r\n000=000 20070309\r\n");
+    }
 
     bool logged(const std::string& text) const
     {
@@ -36,13 +54,30 @@ protected:
     }
 
     // Titles and texts of the boxes shown since the last clear.
-    std::vector<std::string> boxes() const
+    static Rows boxes()
     {
-        std::vector<std::string> out;
+        Rows out;
         for (const auto& e : dialogs::transcript()) out.push_back(e.title + ": " + e.text);
         return out;
     }
+    static Rows titles()
+    {
+        Rows out;
+        for (const auto& e : dialogs::transcript()) out.push_back(e.title);
+        return out;
+    }
 
+    // The company screen's boxes: name, user, telephone, head office address.
+    static Rows company()
+    {
+        const Form3& c = form3();
+        return {c.Company.value(), c.User.value(), c.Telephone.value(), c.HOEmail.value()};
+    }
+
+    static void expecthidden(std::initializer_list<QWidget*> widgets)
+    {
+        for (QWidget* w : widgets) EXPECT_TRUE(w->isHidden()) << w->objectName().toStdString();
+    }
 };
 
 // A pseudo-terminal that stands for a serial port: COMn of platform.ini maps to its slave.

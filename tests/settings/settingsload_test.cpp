@@ -14,8 +14,6 @@
 
 namespace {
 
-using Rows = std::vector<std::string>;
-
 const char* const failure = "Error Loading Settings: An error occured loading the settings from file!";
 
 // A complete file: the OPL 972x on COM3 on automatic with clock adjustment on, the OPN 2001
@@ -47,7 +45,7 @@ protected:
         SettingsTest::SetUp();
         install.configure("[ports]\nCOM3=" + com3.name() + "\nCOM5=" + com5.name() + "\n");
         install.addshare("\\\\127.0.0.1\\tagstore");
-        TempInstall::writefile(install.host(g().homedir + "BAR999.INI"), "[000000999]\r\n000=000 20070309\r\n");
+        probefile();
         Form2& f = form2();
         for (int i = 1; i <= 3; ++i) {
             f.SPorts[i].settext("");
@@ -57,7 +55,6 @@ protected:
         Form3& c = form3();
         for (TextBox* b : {&c.Company, &c.User, &c.Telephone, &c.HOEmail}) b->settext("");
         g().commandline = "";
-        busy.clear();
     }
 
     // Marks every setting that a load may or may not reach.
@@ -76,7 +73,6 @@ protected:
     }
 
     Pty com3, com5;
-    Rows busy;
 };
 
 TEST_F(SettingsLoad, ACompleteFileFillsTheBlockAndTheBoxes)
@@ -132,11 +128,7 @@ TEST_F(SettingsLoad, ACompleteFileFillsTheBlockAndTheBoxes)
     EXPECT_EQ(f.FitterInfoLabel[3].caption(), "PC Copy");
     EXPECT_EQ(s.firstrun, 1);
 
-    Form3& c = form3();
-    EXPECT_EQ(c.Company.value(), "Acme Motors");
-    EXPECT_EQ(c.User.value(), "Robert");
-    EXPECT_EQ(c.Telephone.value(), "01234 567");
-    EXPECT_EQ(c.HOEmail.value(), "ho@acme.example");
+    EXPECT_EQ(company(), (Rows{"Acme Motors", "Robert", "01234 567", "ho@acme.example"}));
     EXPECT_EQ(s.readdelay, 3);
     EXPECT_EQ(s.displaytype, 1);
     EXPECT_EQ(s.chkrogue, "0");
@@ -188,7 +180,7 @@ TEST_F(SettingsLoad, AMissingAutotimeIsWrittenAsZeroIntoAllThreeSections)
     EXPECT_EQ(form2().TimeUpdateLabel[3].caption(), "Time Adj : Off");
 }
 
-TEST_F(SettingsLoad, AutotimeThatReadsAsThePathOrBeginsWithC)
+TEST_F(SettingsLoad, AutotimeThatReadsAsThePathOrBeginsWithCAndAnAutoThatIsNeitherZeroNorOne)
 {
     struct Row { const char* value; int mode; bool repaired; } rows[] = {
         {"c", 0, true}, {"C:\\elsewhere", 0, true}, {"123456789012345678901234567890123456789", 0, true},
@@ -208,10 +200,8 @@ TEST_F(SettingsLoad, AutotimeThatReadsAsThePathOrBeginsWithC)
     writeini(replaced(completefile, "AUTOTIME=2\r\n[1234]", "AUTOTIME=7\r\n[1234]"));
     settingsfromfile();
     EXPECT_EQ(form2().TimeUpdateLabel[1].caption(), "Time Adj : Off");   // 7 stays in memory
-}
 
-TEST_F(SettingsLoad, AnAutoOtherThanZeroOrOneIsNoInMemoryOnly)
-{
+    // An AUTO other than 0 or 1 is No, in memory only.
     writeini(replaced(completefile, "AUTO=1\r\nAUTOTIME=2\r\n[1234]", "AUTO=7\r\nAUTOTIME=2\r\n[1234]"));
     settingsfromfile();
     EXPECT_EQ(g().scannerauto[1], 0);
@@ -230,9 +220,7 @@ TEST_F(SettingsLoad, LocalSavingReadsTheFitterTypeAsLocal)
     Form2& f = form2();
     EXPECT_TRUE(islit(f.FileDown[1]));
     EXPECT_TRUE(islit(f.FitterInfo[1]));
-    for (QWidget* w : {(QWidget*)&f.ServerIP, (QWidget*)&f.TarnTNO, (QWidget*)&f.FileDownLabel[3],
-                       (QWidget*)&f.FitterInfo[2], (QWidget*)&f.FitterInfoLabel[3]})
-        EXPECT_TRUE(w->isHidden()) << w->objectName().toStdString();
+    expecthidden({&f.ServerIP, &f.TarnTNO, &f.FileDownLabel[3], &f.FitterInfo[2], &f.FitterInfoLabel[3]});
 }
 
 TEST_F(SettingsLoad, EmailSavingPutsTheHeadOfficeAddressInTheServerBox)
@@ -316,27 +304,24 @@ TEST_F(SettingsLoad, BadFilesEndTheLoadWithItsMessage)
 TEST_F(SettingsLoad, ValuesWithoutTheirMarkTakeTheirDefaultsOrWhatTheBufferStillHolds)
 {
     // "7" lands over the terminal number's "012#" and the address's "127.0.0.1#": a "#" is
-    // still in the buffer after the terminator, and the number ends at the terminator.
-    writeini(replaced(completefile, "MINS=15#", "MINS=7"));
-    settingsfromfile();
-    EXPECT_EQ(g().timemargin, 7);
-    // Long enough to cover every earlier "#", or missing (the path covers them): 5.
-    writeini(replaced(completefile, "MINS=15#", "MINS=7777777777"));
-    settingsfromfile();
-    EXPECT_EQ(g().timemargin, 5);
-    writeini(replaced(completefile, "[TIMEMARGIN]\r\nMINS=15#\r\n", ""));
-    settingsfromfile();
-    EXPECT_EQ(g().timemargin, 5);
-
-    // The same for the read delay after the company's values, and the display type.
-    writeini(replaced(completefile, "READDELAY=3#", "READDELAY=3"));
-    settingsfromfile();
-    EXPECT_EQ(g().readdelay, 3);
-    writeini(replaced(replaced(completefile, "READDELAY=3#", "READDELAY=30000000000000000000"),
-                      "[DISPLAY]\r\nTYPE=1#\r\n", ""));
-    settingsfromfile();
-    EXPECT_EQ(g().readdelay, 0);
-    EXPECT_EQ(g().displaytype, 0);
+    // still in the buffer after the terminator, and the number ends at the terminator. A
+    // value long enough to cover every earlier "#", or a missing one (the path covers
+    // them), takes the default. The same for the read delay after the company's values.
+    const std::string longdelay = replaced(replaced(completefile, "READDELAY=3#", "READDELAY=30000000000000000000"),
+                                           "[DISPLAY]\r\nTYPE=1#\r\n", "");
+    struct Row { std::string text; Int16 Globals::*value; int expected; } rows[] = {
+        {replaced(completefile, "MINS=15#", "MINS=7"), &Globals::timemargin, 7},
+        {replaced(completefile, "MINS=15#", "MINS=7777777777"), &Globals::timemargin, 5},
+        {replaced(completefile, "[TIMEMARGIN]\r\nMINS=15#\r\n", ""), &Globals::timemargin, 5},
+        {replaced(completefile, "READDELAY=3#", "READDELAY=3"), &Globals::readdelay, 3},
+        {longdelay, &Globals::readdelay, 0},
+        {longdelay, &Globals::displaytype, 0},
+    };
+    for (const auto& r : rows) {
+        writeini(r.text);
+        settingsfromfile();
+        EXPECT_EQ(g().*r.value, r.expected) << r.text;
+    }
     EXPECT_EQ(boxes(), Rows{});
 }
 

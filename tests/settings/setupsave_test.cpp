@@ -17,8 +17,6 @@
 
 namespace {
 
-using Rows = std::vector<std::string>;
-
 class SetupSave : public SettingsTest {
 protected:
     void SetUp() override
@@ -46,9 +44,6 @@ protected:
         SettingsTest::TearDown();
     }
 
-    // The probe file of the write tests, so that the store on the PC works.
-    void probefile() { TempInstall::writefile(install.host(g().homedir + "BAR999.INI"), "[000000999]\r\n000=000 20070309\r\n"); }
-
     // A setup with something wrong at every question: the OPL 972x on a port that is not
     // there, Batch Update with no probe file for the write test, terminal 999 and the
     // engineer list on a store that failed.
@@ -64,13 +59,6 @@ protected:
         showfittertype();
         f.ServerIP.settext("127.0.0.1");
         f.TarnTNO.settext("999");
-    }
-
-    static Rows titles()
-    {
-        Rows out;
-        for (const auto& e : dialogs::transcript()) out.push_back(e.title);
-        return out;
     }
 
     Pty com3;

@@ -1,5 +1,6 @@
-// The setup screen's own checks: the terminal number box, the port boxes and their
-// frames, the port lists, showing and hiding a scanner row; and the company screen.
+// The setup screen's own checks: the terminal number and address boxes as they lose the
+// focus, the port boxes and their frames, the port lists, showing and hiding a scanner row,
+// the automatic download and clock adjustment switches; and the company screen.
 #include "settingsfixture.h"
 
 #include "core/imagelists.h"
@@ -20,11 +21,12 @@ protected:
         SettingsTest::SetUp();
         install.configure("[ports]\nCOM3=" + com3.name() + "\nCOM5=" + com5.name() + "\nCOM7=/dev/vexal-none\n");
         for (int i = 1; i <= 3; ++i) form2().SPorts[i].settext("");
+        form2().changingtype = 0;
     }
     Pty com3, com5;
 };
 
-TEST_F(SetupScreen, ChecktnoColoursTheTerminalFrame)
+TEST_F(SetupScreen, TheTerminalNumberIsCheckedWhenItLosesTheFocus)
 {
     struct Row { const char* typed; const char* after; int colour; } rows[] = {
         {"7", "007", boxgood},      {"007", "007", boxgood},   {"998", "998", boxgood},  {"999", "999", boxneutral},
@@ -35,7 +37,7 @@ TEST_F(SetupScreen, ChecktnoColoursTheTerminalFrame)
     for (const auto& r : rows) {
         f.TarnTNO.settext(r.typed);
         f.Shape1[1].setfillcolor(Qt::magenta);
-        checktno();
+        emit f.TarnTNO.lostfocus();
         EXPECT_EQ(f.TarnTNO.value(), r.after) << r.typed;
         EXPECT_EQ(f.Shape1[1].fillcolor(), colorbox(r.colour)) << r.typed;
     }
@@ -141,9 +143,7 @@ TEST_F(SetupScreen, ShowandhideFlipsARowOnAClickAndFollowsTheValueOtherwise)
 
     showandhide(2, 0);
     EXPECT_EQ(g().scannerused[2], 0);
-    for (QWidget* w : {(QWidget*)&f.SPorts[2], (QWidget*)&f.ScanLabel[2], (QWidget*)&f.TestResult[2],
-                       (QWidget*)&f.LAuto[2], (QWidget*)&f.TimeUpdateLabel[2]})
-        EXPECT_TRUE(w->isHidden()) << w->objectName().toStdString();
+    expecthidden({&f.SPorts[2], &f.ScanLabel[2], &f.TestResult[2], &f.LAuto[2], &f.TimeUpdateLabel[2]});
     EXPECT_FALSE(islit(f.SType[2]));
     EXPECT_EQ(g().scannerautotime[2], 0);
     EXPECT_EQ(f.TimeUpdateLabel[2].caption(), "Time Adj : Off");
@@ -163,6 +163,58 @@ TEST_F(SetupScreen, ABoxTakesTextUpToItsFirstNul)
     EXPECT_EQ(f.SPorts[1].text(), "COM3");
 }
 
+TEST_F(SetupScreen, AutomaticDownloadFlipsAndTheClockAdjustmentGoesRound)
+{
+    Form2& f = form2();
+    g().scannerauto[2] = 0;
+    emit f.LAuto[2].clicked();
+    EXPECT_EQ(g().scannerauto[2], 1);
+    EXPECT_EQ(f.LAuto[2].caption(), "Yes");
+    emit f.SAuto[2].clicked();
+    EXPECT_EQ(g().scannerauto[2], 0);
+    EXPECT_EQ(f.LAuto[2].caption(), "No");
+    EXPECT_FALSE(islit(f.SAuto[2]));
+
+    g().scannerautotime[2] = 0;
+    const std::pair<int, const char*> round[] = {{1, "Time Adj : Adv"}, {2, "Time Adj : On"}, {0, "Time Adj : Off"}};
+    for (const auto& [mode, caption] : round) {
+        emit f.TimeUpdateLabel[2].clicked();
+        EXPECT_EQ(g().scannerautotime[2], mode);
+        EXPECT_EQ(f.TimeUpdateLabel[2].caption(), caption);
+    }
+    g().scannerautotime[2] = 7;   // a value the file may hold reads Off and goes on to Off
+    emit f.TimeUpdateLabel[2].clicked();
+    EXPECT_EQ(g().scannerautotime[2], 0);
+}
+
+TEST_F(SetupScreen, TheAddressBoxTakesAnEmailAddressOrAServer)
+{
+    Form2& f = form2();
+    Form3& c = form3();
+    g().savetype = 3;
+    g().serverip = "10.1.1.5";
+    c.HOEmail.settext("old@acme.example");
+    f.ServerIP.settext("nobody");
+    emit f.ServerIP.lostfocus();
+    EXPECT_EQ(f.Shape1[7].fillcolor(), colorbox(boxfault));
+    EXPECT_EQ(c.HOEmail.value(), "old@acme.example");
+    f.ServerIP.settext("ho@acme.example");
+    emit f.ServerIP.lostfocus();
+    EXPECT_EQ(f.Shape1[7].fillcolor(), colorbox(boxgood));
+    EXPECT_EQ(c.HOEmail.value(), "ho@acme.example");
+    EXPECT_EQ(g().serverip, "10.1.1.5");
+
+    // Direct: the text is the server; an address that is not one fails the store check
+    // before any echo is sent.
+    g().savetype = 1;
+    g().commandline = "startup";
+    f.ServerIP.settext("300.1.1.1");
+    emit f.ServerIP.lostfocus();
+    EXPECT_EQ(g().serverip, "300.1.1.1");
+    EXPECT_EQ(g().storestate, 6);
+    EXPECT_EQ(f.Shape1[7].fillcolor(), colorbox(boxfault));
+}
+
 class CompanyScreen : public SettingsTest {};
 
 TEST_F(CompanyScreen, LoadsettingsShowsNaForValuesWithoutTheirMark)
@@ -171,20 +223,14 @@ TEST_F(CompanyScreen, LoadsettingsShowsNaForValuesWithoutTheirMark)
     Form3& f = form3();
     f.HOEmail.settext("old@example.com");
     f.loadsettings();
-    EXPECT_EQ(f.Company.value(), "N/A");
-    EXPECT_EQ(f.User.value(), "N/A");
-    EXPECT_EQ(f.Telephone.value(), "N/A");
-    EXPECT_EQ(f.HOEmail.value(), "N/A");   // missing: the path has no "#" either
+    EXPECT_EQ(company(), (Rows{"N/A", "N/A", "N/A", "N/A"}));   // HOEMAIL missing: the path has no "#" either
     EXPECT_TRUE(dialogs::transcript().empty());
 
     writeini("[COMPANY]\r\nNAME=Acme Motors#\r\nUSER=Robert#\r\nTEL=N/A\r\nHOEMAIL=ho@acme.example#\r\n");
     f.loadsettings();
-    EXPECT_EQ(f.Company.value(), "Acme Motors");
-    EXPECT_EQ(f.User.value(), "Robert");
     // "N/A" lands over "Robert#" in the buffer, whose "#" is still there after the
     // terminator; the box shows the text up to the terminator.
-    EXPECT_EQ(f.Telephone.value(), "N/A");
-    EXPECT_EQ(f.HOEmail.value(), "ho@acme.example");
+    EXPECT_EQ(company(), (Rows{"Acme Motors", "Robert", "N/A", "ho@acme.example"}));
 }
 
 TEST_F(CompanyScreen, UpdatedataWritesTheFilledBoxesAndTheTelephoneAsHeadOfficeAddress)

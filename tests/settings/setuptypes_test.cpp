@@ -13,14 +13,6 @@
 
 namespace {
 
-bool canecho()
-{
-    IcmpHandle h = IcmpCreateFile();
-    if (h == INVALID_ICMP_HANDLE) return false;
-    IcmpCloseHandle(h);
-    return true;
-}
-
 class SetupTypes : public SettingsTest {
 protected:
     void SetUp() override
@@ -126,9 +118,7 @@ TEST_F(SetupTypes, LocalHidesTheServerHalfAndChecksTheLocalList)
     EXPECT_EQ(g().lastgoodip, "0");
     EXPECT_TRUE(islit(f.FileDown[1]));
     EXPECT_TRUE(islit(f.FitterInfo[1]));
-    for (QWidget* w : {(QWidget*)&f.ServerIP, (QWidget*)&f.TarnTNO, (QWidget*)&f.FileDownLabel[3],
-                       (QWidget*)&f.FitterInfo[2], (QWidget*)&f.FitterInfoLabel[3]})
-        EXPECT_TRUE(w->isHidden()) << w->objectName().toStdString();
+    expecthidden({&f.ServerIP, &f.TarnTNO, &f.FileDownLabel[3], &f.FitterInfo[2], &f.FitterInfoLabel[3]});
     // The local list was checked: a missing one is made, empty.
     EXPECT_EQ(f.Shape1[10].fillcolor(), colorbox(boxidle));
     EXPECT_TRUE(files::exists("c:\\tarnbc\\ENGLST.TXT"));
@@ -197,7 +187,7 @@ TEST_F(SetupTypes, AGuessThatFindsAWorkingStoreMovesOnToTheTerminalNumber)
     if (!canecho()) GTEST_SKIP() << "no ICMP socket can be opened here";
     Form2& f = form2();
     install.addshare("\\\\127.0.0.200\\tagstore");
-    TempInstall::writefile(install.host(g().homedir + "BAR999.INI"), "[000000999]\r\n000=000 20070309\r\n");
+    probefile();
     TempInstall::writefile(install.host("\\\\127.0.0.200\\tagstore\\ENGLST.TXT"), "1,1,Ann\r\n");
     g().commandline = "startup";
     servermode(0, 0);

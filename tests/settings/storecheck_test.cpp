@@ -1,6 +1,6 @@
-#include <QCoreApplication>
 #include <QDir>
 #include <QEvent>
+#include <functional>
 
 #include "core/colorbox.h"
 #include "settings/form11.h"
@@ -8,6 +8,7 @@
 #include "settings/form2.h"
 #include "settings/form25.h"
 #include "settings/storecheck.h"
+#include "settingsfixture.h"
 #include "support/storeworld.h"
 
 namespace {
@@ -21,14 +22,6 @@ struct ShowCounter : QObject {
         return false;
     }
 };
-
-bool canecho()
-{
-    IcmpHandle h = IcmpCreateFile();
-    if (h == INVALID_ICMP_HANDLE) return false;
-    IcmpCloseHandle(h);
-    return true;
-}
 
 }  // namespace
 
@@ -110,13 +103,17 @@ protected:
 
     std::string status() const { return form17().StoreStatus.caption(); }
     QColor setupbox() const { return form2().Shape1[7].fillcolor(); }
-    // Picture of light `row` of the server store check screen: 0 waiting, 1 good, 2 fault.
-    int light(int row) const
+    // Pictures of the three lights of the server store check screen: 0 waiting, 1 good, 2 fault.
+    static std::vector<int> lights()
     {
-        const PictureBox& p = form25().Cancel[row];
-        if (p.picturelist() == "Balls") return 0;
-        return p.pictureindex() == 2 ? 1 : 2;
+        std::vector<int> out;
+        for (int row = 1; row <= 3; ++row) {
+            const PictureBox& p = form25().Cancel[row];
+            out.push_back(p.picturelist() == "Balls" ? 0 : p.pictureindex() == 2 ? 1 : 2);
+        }
+        return out;
     }
+    static QColor result(int label) { return form25().Label4[label].palette().color(QPalette::Window); }
     std::string sharefile(const std::string& name) const { return share + "/" + name; }
 };
 
@@ -153,7 +150,7 @@ TEST_F(StoreCheck, MissingProbeFileReadsAsABadStore)
         EXPECT_EQ(setupbox(), colorbox(2));
         EXPECT_EQ(form17().Status[0].pictureindex(), 1);
         EXPECT_EQ(form17().Label1.forecolor(), colorbox(2));
-        EXPECT_EQ(light(1), 0) << "the server is not tried after a failed local test";
+        EXPECT_EQ(lights()[0], 0) << "the server is not tried after a failed local test";
     }
     EXPECT_EQ(logcount("checkstorelocation: Error Writing To Local Folder"), 2);
 }
@@ -169,10 +166,8 @@ TEST_F(StoreCheck, DirectModeProvesTheShare)
         EXPECT_EQ(g().storestate, 0);
         EXPECT_EQ(g().storedown, 0);
         EXPECT_EQ(g().lastgoodip, "127.0.0.1");
-        EXPECT_EQ(light(1), 1);
-        EXPECT_EQ(light(2), 1);
-        EXPECT_EQ(light(3), 1);
-        EXPECT_EQ(form25().Label4[4].palette().color(QPalette::Window), colorbox(1));
+        EXPECT_EQ(lights(), (std::vector<int>{1, 1, 1}));
+        EXPECT_EQ(result(4), colorbox(1));
         EXPECT_EQ(form25().Label1.caption(), "Valid IP Address And Responding");
         EXPECT_FALSE(QFile::exists(QString::fromStdString(sharefile("BARTEST.007"))));
         EXPECT_FALSE(has("c:\\tarnbc\\BARTEST.INI"));
@@ -195,56 +190,52 @@ TEST_F(StoreCheck, BadAddressesFailValidationWithoutAnEcho)
         EXPECT_EQ(g().storedown, 1);
         EXPECT_EQ(status(), "Invalid Server IP Address");
         EXPECT_EQ(form25().Label1.caption(), "Invalid IP Address");
-        EXPECT_EQ(light(1), 2);
-        EXPECT_EQ(form25().Label4[2].palette().color(QPalette::Window), colorbox(2));
-        EXPECT_EQ(light(2), 0);
+        EXPECT_EQ(lights(), (std::vector<int>{2, 0, 0}));
+        EXPECT_EQ(result(2), colorbox(2));
     }
 }
 
-TEST_F(StoreCheck, SilentAddressShowsInvalidIpAddress)
+TEST_F(StoreCheck, EachServerStepThatFailsShowsItsStateTextAndLights)
 {
     g().savetype = 1;
-    icmp::inject::noreply(true);
-    checkstorelocation();
-    EXPECT_EQ(g().storestate, 3);
-    EXPECT_EQ(status(), "Invalid IP Address") << "the text of code 3, though the address is well-formed";
-    EXPECT_EQ(form25().Label1.caption(), "No Response From IP Address");
-    EXPECT_EQ(light(1), 2);
-    EXPECT_EQ(g().lastgoodip, "0");
-    EXPECT_TRUE(logged("checkstorelocation: Invalid IP Address"));
-}
-
-TEST_F(StoreCheck, AnsweringAddressWithoutShare)
-{
-    g().savetype = 1;
-    g().serverip = "127.0.0.3";
-    std::string folder = install.addshare("\\\\127.0.0.3\\tagstore");
-    QDir(QString::fromStdString(folder)).removeRecursively();
-    checkstorelocation();
-    EXPECT_EQ(g().storestate, 4);
-    EXPECT_EQ(status(), "No Valid Share");
-    EXPECT_EQ(light(1), 1);
-    EXPECT_EQ(light(2), 2);
-    EXPECT_EQ(light(3), 0);
-
-    g().serverip = "127.0.0.1";
-    files::inject::vanishshare("\\\\127.0.0.1\\tagstore");
-    checkstorelocation();
-    EXPECT_EQ(g().storestate, 4) << "a share that went away";
-}
-
-TEST_F(StoreCheck, ReadOnlyShareFailsTheCopy)
-{
-    g().savetype = 1;
-    files::inject::readonlyfolder("\\\\127.0.0.1\\tagstore");
-    checkstorelocation();
-    EXPECT_EQ(g().storestate, 5);
-    EXPECT_EQ(g().lastgoodip, "0");
-    EXPECT_EQ(status(), "Error Copying File");
-    EXPECT_EQ(light(2), 1);
-    EXPECT_EQ(light(3), 2);
-    EXPECT_EQ(form25().Label4[4].palette().color(QPalette::Window), colorbox(2));
-    EXPECT_EQ(loglines(), std::vector<std::string>{"checkstorelocation: Error Copying File"});
+    const auto noshare = [this] {   // an address that answers, without a share
+        g().serverip = "127.0.0.3";
+        QDir(QString::fromStdString(install.addshare("\\\\127.0.0.3\\tagstore"))).removeRecursively();
+    };
+    struct Row {
+        const char* legend;
+        std::function<void()> fault;
+        int storestate;
+        const char* status;   // code 3's text, though the silent address is well-formed
+        const char* ipstatus;
+        std::vector<int> lights;
+    } rows[] = {
+        {"no echo", [] { icmp::inject::noreply(true); }, 3, "Invalid IP Address", "No Response From IP Address", {2, 0, 0}},
+        {"no share", noshare, 4, "No Valid Share", "Valid IP Address And Responding", {1, 2, 0}},
+        {"a share that went away", [] { files::inject::vanishshare("\\\\127.0.0.1\\tagstore"); }, 4, "No Valid Share",
+         "Valid IP Address And Responding", {1, 2, 0}},
+        {"a read-only share", [] { files::inject::readonlyfolder("\\\\127.0.0.1\\tagstore"); }, 5, "Error Copying File",
+         "Valid IP Address And Responding", {1, 1, 2}},
+    };
+    for (const auto& r : rows) {
+        SCOPED_TRACE(r.legend);
+        files::inject::reset();
+        icmp::inject::reset();
+        g().serverip = "127.0.0.1";
+        form25().resetscreen();
+        r.fault();
+        const size_t before = loglines().size();
+        checkstorelocation();
+        EXPECT_EQ(g().storestate, r.storestate);
+        EXPECT_EQ(g().lastgoodip, "0");
+        EXPECT_EQ(status(), r.status);
+        EXPECT_EQ(form25().Label1.caption(), r.ipstatus);
+        EXPECT_EQ(lights(), r.lights);
+        for (int i = 0; i < 3; ++i)
+            if (r.lights[i] == 2) EXPECT_EQ(result(i + 2), colorbox(2)) << "the caption beside light " << i + 1;
+        EXPECT_EQ(loglines().size(), before + 1u);
+        EXPECT_EQ(loglines().back(), std::string("checkstorelocation: ") + r.status);
+    }
 }
 
 TEST_F(StoreCheck, EmailModeTestsNothingAndKeepsStoredown)
