@@ -32,12 +32,10 @@ protected:
     // A line of the emulator's state file ("id=", "clockoffset=", "scratchpad=").
     std::string statevalue(const std::string& key)
     {
-        std::string text = TempInstall::readfile(state);
+        const std::string text = "\n" + TempInstall::readfile(state);
         size_t at = text.find("\n" + key + "=");
-        if (at == std::string::npos) at = text.rfind(key + "=", 0) == 0 ? 0 : std::string::npos;
-        else ++at;
         if (at == std::string::npos) return "";
-        at += key.size() + 1;
+        at += key.size() + 2;
         return text.substr(at, text.find('\n', at) - at);
     }
     bool verdictsshown() const { return !f.DateBox.isHidden() && !f.TimeLabel.isHidden() && !f.FitterLabel[1].isHidden(); }
@@ -115,21 +113,6 @@ TEST_F(CheckScreen, OplThatRefusesTheClockWrite)
     EXPECT_TRUE(rows(form1().List2).empty());
 }
 
-TEST_F(CheckScreen, OplThatRefusesTheClockWriteIsCorrectedAgainAndAgain)
-{
-    dock(1, {"--id", "5", "--refuse-clock", "--clock-offset", "3"});
-    g().scannerautotime[1] = 2;
-    StackLevel::setlimit(2);
-    f.setupscreen();
-    f.firstcall();
-    EXPECT_EQ(rows(form1().List2), std::vector<std::string>(2, "Scanner corrected for 3 minutes difference"));
-    const auto shown = boxes("Error In Function: testthedate");
-    ASSERT_EQ(shown.size(), 1u) << "the stack ran out once";
-    EXPECT_EQ(shown[0].text,
-              "An error occurred test the date / time on the scanner! Please try again. Error: 28 Out of stack space");
-    EXPECT_EQ(g().timestatus, 0) << "the outermost judgement sets the time good";
-}
-
 TEST_F(CheckScreen, OpnReadAndJudged)
 {
     dock(2, {"--id", "123"});
@@ -176,18 +159,32 @@ TEST_F(CheckScreen, OpnSmallDifferenceIsCorrected)
     EXPECT_EQ(form2().TestResult[2].caption(), "    " + hhmm + " " + hhmm + " " + ddmmyy);
 }
 
-TEST_F(CheckScreen, Cs1504ThatRefusesTheClockWriteReentersUntilTheStackRunsOut)
+// A refused write is judged again, and corrected again, until the stack runs out once; the
+// outermost judgement then sets the time good while the scanner keeps its clock.
+TEST_F(CheckScreen, AClockThatRefusesTheWriteIsCorrectedUntilTheStackRunsOut)
 {
-    dock(3, {"--id", "42", "--refuse-clock", "--clock-offset", "-4"});
-    g().scannerautotime[3] = 1;
-    StackLevel::setlimit(4);
-    f.setupscreen();
-    EXPECT_EQ(f.STypeL.caption(), "Symbol CS1504");
-    f.firstcall();
-    EXPECT_EQ(rows(form1().List2), std::vector<std::string>(4, "Scanner corrected for 4 minutes difference"));
-    ASSERT_EQ(boxes("Error In Function: testthedate").size(), 1u);
-    EXPECT_NEAR(std::stod(statevalue("clockoffset")), -240, 5) << "the scanner kept its clock";
-    EXPECT_EQ(f.Timer1.interval(), 10000);
+    struct Case { int type, autotime, offset, limit; } cases[] = {{1, 2, 3, 2}, {3, 1, -4, 4}};
+    for (const auto& r : cases) {
+        SCOPED_TRACE(r.type);
+        form1().List2.clear();
+        dialogs::cleartranscript();
+        f.Timer1.stop();
+        dock(r.type, {"--id", "5", "--refuse-clock", "--clock-offset", std::to_string(r.offset)});
+        g().scannerautotime[r.type] = r.autotime;
+        StackLevel::setlimit(r.limit);
+        f.setupscreen();
+        f.firstcall();
+        const std::string line = "Scanner corrected for " + std::to_string(std::abs(r.offset)) + " minutes difference";
+        EXPECT_EQ(rows(form1().List2), std::vector<std::string>(r.limit, line));
+        const auto shown = boxes("Error In Function: testthedate");
+        ASSERT_EQ(shown.size(), 1u);
+        EXPECT_EQ(shown[0].text, "An error occurred test the date / time on the scanner! Please try again. Error: 28 "
+                                 "Out of stack space");
+        EXPECT_EQ(g().timestatus, 0);
+        EXPECT_NEAR(std::stod(statevalue("clockoffset")), r.offset * 60, 5);
+        if (r.type == 3) EXPECT_EQ(f.Timer1.interval(), 10000);
+        emu.reset();
+    }
 }
 
 TEST_F(CheckScreen, ClockChangeCorrectionOnlyWithAdv)

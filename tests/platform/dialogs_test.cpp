@@ -122,10 +122,6 @@ TEST_F(Dialogs, UnattendedTakesTheDefaultButton)
     EXPECT_EQ(dialogs::transcript()[3].kind, "InputBox");
 }
 
-}  // namespace
-
-namespace {
-
 // Runs `act` on the modal box once it is up.
 void whenshown(std::function<void(QWidget*)> act)
 {

@@ -39,13 +39,6 @@ struct Events {
         }
         return {0, 0, "timed out"};
     }
-    std::vector<int> codes() const
-    {
-        std::vector<int> c;
-        for (const auto& e : list)
-            if (c.empty() || c.back() != e.code) c.push_back(e.code);
-        return c;
-    }
     std::vector<Event> list;
 };
 
@@ -72,14 +65,20 @@ protected:
         TempInstall::writefile(inst.host("C:\\Program Files\\VexalBCv4\\OS\\vexalOS.S32"), image(osheader, 60));
         TempInstall::writefile(inst.host("C:\\Program Files\\VexalBCv4\\OS\\vexal.S32"), image(appheader, 60));
     }
-    std::string versions()
+    // One operation of a fresh loader on COM`port`: every event, the last the one that ended it.
+    std::vector<Event> run(void (loaddll::LoadDll::*op)(), int endcode, const std::string& file = "", int step = 0,
+                           int port = 1)
     {
         loaddll::LoadDll l;
         Events ev(l);
-        l.setport(1);
-        l.readversions();
-        return ev.await(loaddll::versionsread).text;
+        l.setport(port);
+        l.setfile(file);
+        l.setstep(step);
+        (l.*op)();
+        ev.list.push_back(ev.await(endcode));
+        return ev.list;
     }
+    std::string versions() { return run(&loaddll::LoadDll::readversions, loaddll::versionsread).back().text; }
 
     TempInstall inst;
     std::unique_ptr<Emulator> emu;
@@ -91,7 +90,6 @@ TEST_F(LoadDllTest, ReadsVersions)
     loaddll::LoadDll l;
     Events ev(l);
     l.setport(1);
-    l.setstep(0);
     l.readversions();
     EXPECT_TRUE(ev.list.empty()) << "events come only while events run";
     Event e = ev.await(loaddll::versionsread);
@@ -104,101 +102,62 @@ TEST_F(LoadDllTest, ReadsVersions)
 TEST_F(LoadDllTest, LoadsOperatingSystemThenErasesAndLoadsApplication)
 {
     dock();
-    {
-        loaddll::LoadDll l;
-        Events ev(l);
-        l.setport(1);
-        l.setfile("C:\\Program Files\\VexalBCv4\\OS\\vexalOS.S32");
-        l.setstep(0);
-        l.load();
-        Event e = ev.await(loaddll::loadfinished);
-        ASSERT_EQ(e.code, loaddll::loadfinished) << e.text;
-        // The image crosses the line first, then the scanner writes it.
-        EXPECT_EQ(ev.codes(), (std::vector<int>{loaddll::progresssecond, loaddll::progressfirst, loaddll::loadfinished}));
-        for (const auto& x : ev.list)
-            if (x.code == loaddll::progressfirst) {
-                EXPECT_EQ(x.text, "Programming " + std::to_string(x.progress) + "%");
-            }
+    const std::string os = "C:\\Program Files\\VexalBCv4\\OS\\vexalOS.S32";
+    std::vector<Event> events = run(&loaddll::LoadDll::load, loaddll::loadfinished, os);
+    ASSERT_EQ(events.back().code, loaddll::loadfinished) << events.back().text;
+    // The image crosses the line first, then the scanner writes it.
+    std::vector<int> codes;
+    for (const auto& x : events) {
+        if (codes.empty() || codes.back() != x.code) codes.push_back(x.code);
+        if (x.code == loaddll::progressfirst) EXPECT_EQ(x.text, "Programming " + std::to_string(x.progress) + "%");
     }
+    EXPECT_EQ(codes, (std::vector<int>{loaddll::progresssecond, loaddll::progressfirst, loaddll::loadfinished}));
     EXPECT_EQ(versions(), "OS version: OS2.00 APP version: VX2.05");
     EXPECT_EQ(TempInstall::readfile(inst.root() + "/state.txt").find("line="), std::string::npos)
         << "a load loses the scanner's data";
-    {
-        loaddll::LoadDll l;
-        Events ev(l);
-        l.setport(1);
-        l.erase();
-        ASSERT_EQ(ev.await(loaddll::erasefinished).code, loaddll::erasefinished);
-    }
+
+    ASSERT_EQ(run(&loaddll::LoadDll::erase, loaddll::erasefinished).back().code, loaddll::erasefinished);
     EXPECT_EQ(versions(), "OS version: OS2.00 APP version: ");
-    {
-        loaddll::LoadDll l;
-        Events ev(l);
-        l.setport(1);
-        l.setfile("C:\\Program Files\\VexalBCv4\\OS\\vexal.S32");
-        l.setstep(50);
-        l.load();
-        ASSERT_EQ(ev.await(loaddll::loadfinished).code, loaddll::loadfinished);
-        int programming = 0;
-        for (const auto& x : ev.list) programming += x.code == loaddll::progressfirst;
-        EXPECT_EQ(programming, 3) << "a step of 50 shows 0, 50 and 100";
-    }
+
+    events = run(&loaddll::LoadDll::load, loaddll::loadfinished, "C:\\Program Files\\VexalBCv4\\OS\\vexal.S32", 50);
+    ASSERT_EQ(events.back().code, loaddll::loadfinished);
+    int programming = 0;
+    for (const auto& x : events) programming += x.code == loaddll::progressfirst;
+    EXPECT_EQ(programming, 3) << "a step of 50 shows 0, 50 and 100";
     EXPECT_EQ(versions(), "OS version: OS2.00 APP version: VX3.01");
 }
 
 TEST_F(LoadDllTest, Failures)
 {
     dock();
-    struct Case {
+    TempInstall::writefile(inst.host("C:\\Program Files\\VexalBCv4\\OS\\bad.S32"),
+                           image(osheader, 3) + "S3150000103000000000000000000000000000000000FF\r\n");
+    const struct {
         const char* legend;
-        std::string file;
+        const char* file;
         int code;
-    };
-    std::string bad = inst.host("C:\\Program Files\\VexalBCv4\\OS\\bad.S32");
-    TempInstall::writefile(bad, image(osheader, 3) + "S3150000103000000000000000000000000000000000FF\r\n");
-    const Case cases[] = {
+    } cases[] = {
         {"missing image file", "C:\\Program Files\\VexalBCv4\\OS\\none.S32", loaddll::errnofile},
         {"record with a bad checksum", "C:\\Program Files\\VexalBCv4\\OS\\bad.S32", loaddll::errbadimage},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.legend);
-        loaddll::LoadDll l;
-        Events ev(l);
-        l.setport(1);
-        l.setfile(c.file);
-        l.load();
-        Event e = ev.await(loaddll::loadfinished);
+        Event e = run(&loaddll::LoadDll::load, loaddll::loadfinished, c.file).back();
         EXPECT_EQ(e.code, c.code) << e.text;
         EXPECT_EQ(e.progress, 0);
     }
     EXPECT_EQ(versions(), "OS version: OS1.20 APP version: VX2.05") << "nothing was loaded";
-
-    loaddll::LoadDll unmapped;
-    Events ev(unmapped);
-    unmapped.setport(5);
-    unmapped.readversions();
-    EXPECT_EQ(ev.await(loaddll::versionsread).code, loaddll::errnoport);
+    EXPECT_EQ(run(&loaddll::LoadDll::readversions, loaddll::versionsread, "", 0, 5).back().code, loaddll::errnoport);
 }
 
 TEST_F(LoadDllTest, SilentOrVanishingScanner)
 {
     dock({"--no-answer"});
-    {
-        loaddll::LoadDll l;
-        Events ev(l);
-        l.setport(1);
-        l.readversions();
-        EXPECT_EQ(ev.await(loaddll::versionsread).code, loaddll::errnoanswer);
-    }
+    EXPECT_EQ(run(&loaddll::LoadDll::readversions, loaddll::versionsread).back().code, loaddll::errnoanswer);
     // Gone after 40 bytes of answers: the acknowledgements of the load, then part of the
     // programming progress.
     dock({"--vanish-after-bytes", "40"});
-    loaddll::LoadDll l;
-    Events ev(l);
-    l.setport(1);
-    l.setfile("C:\\Program Files\\VexalBCv4\\OS\\vexalOS.S32");
-    l.load();
-    Event e = ev.await(loaddll::loadfinished);
+    Event e = run(&loaddll::LoadDll::load, loaddll::loadfinished, "C:\\Program Files\\VexalBCv4\\OS\\vexalOS.S32").back();
     EXPECT_EQ(e.code, loaddll::errlinklost) << e.text;
     EXPECT_EQ(e.text, "Connection to the scanner on COM1 was lost");
 }

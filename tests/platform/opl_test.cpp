@@ -29,14 +29,22 @@ bool pumpuntil(F done, int ms = 5000)
     return true;
 }
 
-// The Error texts a control has given.
+// The Error texts a control has given, and its download events (each checked to arrive on
+// the main thread).
 struct ErrorLog {
     explicit ErrorLog(opl::Control& c)
     {
         QObject::connect(&c, &opl::Control::Error, [this](const QString& t) { texts.push_back(t.toStdString()); });
+        QObject::connect(&c, &opl::Control::DownloadProgress, [this](int p) {
+            EXPECT_EQ(QThread::currentThread(), QCoreApplication::instance()->thread());
+            positions.push_back(p);
+        });
+        QObject::connect(&c, &opl::Control::DownloadComplete, [this] { ++done; });
     }
     int count() const { return (int)texts.size(); }
     std::vector<std::string> texts;
+    std::vector<int> positions;
+    int done = 0;
 };
 
 const char* lines =
@@ -93,17 +101,16 @@ TEST_F(Opl, FailuresRaiseErrorBeforeTheCallReturns)
 {
     dock({"--no-answer"});
     opl::Control c;
-    std::vector<std::string> seen;
-    QObject::connect(&c, &opl::Control::Error, [&](const QString& t) { seen.push_back(t.toStdString()); });
+    ErrorLog errors(c);
     c.setport(1);
     c.openport();
     EXPECT_EQ(c.readclock(), "");
-    ASSERT_EQ(seen.size(), 1u) << "delivered inside the call";
-    EXPECT_EQ(seen[0], "No response from scanner on COM1");
+    ASSERT_EQ(errors.count(), 1) << "delivered inside the call";
+    EXPECT_EQ(errors.texts[0], "No response from scanner on COM1");
     EXPECT_EQ(c.readid(), 0);
     EXPECT_EQ(c.readlinecount(), 0);
     EXPECT_EQ(c.readbattery(), "");
-    EXPECT_EQ(seen.size(), 4u);
+    EXPECT_EQ(errors.count(), 4);
 
     opl::Control unmapped;
     ErrorLog spy(unmapped);
@@ -159,23 +166,16 @@ TEST_F(Opl, DownloadDeliversEventsOnTheMainThreadWhileEventsRun)
 {
     dock();
     opl::Control c;
-    int done = 0;
-    std::vector<int> positions;
-    QObject::connect(&c, &opl::Control::DownloadProgress, [&](int p) {
-        EXPECT_EQ(QThread::currentThread(), QCoreApplication::instance()->thread());
-        positions.push_back(p);
-    });
-    QObject::connect(&c, &opl::Control::DownloadComplete, [&] { done = 1; });
-    ErrorLog errors(c);
+    ErrorLog events(c);
     c.setport(1);
     c.openport();
     c.settarget("c:\\tarnbc\\temp_123.txt");
     ASSERT_TRUE(c.startdownload());
     usleep(200 * 1000);
-    EXPECT_TRUE(positions.empty()) << "nothing arrives until events run";
-    ASSERT_TRUE(pumpuntil([&] { return done == 1; }));
-    EXPECT_EQ(positions, (std::vector<int>{0, 1, 2, 3, 4}));
-    EXPECT_EQ(errors.count(), 0);
+    EXPECT_TRUE(events.positions.empty()) << "nothing arrives until events run";
+    ASSERT_TRUE(pumpuntil([&] { return events.done == 1; }));
+    EXPECT_EQ(events.positions, (std::vector<int>{0, 1, 2, 3, 4}));
+    EXPECT_EQ(events.count(), 0);
     std::string want = lines;
     for (size_t at = 0; (at = want.find('\n', at)) != std::string::npos; at += 2) want.insert(at, "\r");
     EXPECT_EQ(TempInstall::readfile(inst.host("c:\\tarnbc\\temp_123.txt")), want);
@@ -186,13 +186,12 @@ TEST_F(Opl, EmptyScannerDownloadsAnEmptyFile)
 {
     dock({}, "");
     opl::Control c;
-    int done = 0;
-    QObject::connect(&c, &opl::Control::DownloadComplete, [&] { done = 1; });
+    ErrorLog events(c);
     c.setport(1);
     TempInstall::writefile(inst.host("c:\\tarnbc\\temp_123.txt"), "old");
     c.settarget("c:\\tarnbc\\temp_123.txt");
     ASSERT_TRUE(c.startdownload());
-    ASSERT_TRUE(pumpuntil([&] { return done == 1; }));
+    ASSERT_TRUE(pumpuntil([&] { return events.done == 1; }));
     EXPECT_EQ(TempInstall::readfile(inst.host("c:\\tarnbc\\temp_123.txt")), "");
 }
 
@@ -200,38 +199,31 @@ TEST_F(Opl, ScannerPulledOutDuringDownload)
 {
     dock({"--vanish-after-records", "2"});
     opl::Control c;
-    int done = 0;
-    std::vector<int> positions;
-    QObject::connect(&c, &opl::Control::DownloadProgress, [&](int p) { positions.push_back(p); });
-    QObject::connect(&c, &opl::Control::DownloadComplete, [&] { done = 1; });
-    ErrorLog errors(c);
+    ErrorLog events(c);
     c.setport(1);
     c.openport();
     c.settarget("c:\\tarnbc\\temp_123.txt");
     ASSERT_TRUE(c.startdownload());
-    ASSERT_TRUE(pumpuntil([&] { return errors.count() > 0; }));
+    ASSERT_TRUE(pumpuntil([&] { return events.count() > 0; }));
     pumpuntil([] { return false; }, 300);
-    EXPECT_EQ(done, 0);
-    EXPECT_EQ(errors.count(), 1);
-    EXPECT_EQ(errors.texts[0], "Connection to the scanner was lost during the download");
+    EXPECT_EQ(events.done, 0);
+    EXPECT_EQ(events.texts, std::vector<std::string>{"Connection to the scanner was lost during the download"});
     // The lines sent before the pull: their bytes may still be lost on the way.
-    ASSERT_LE(positions.size(), 2u);
-    for (size_t i = 0; i < positions.size(); ++i) EXPECT_EQ(positions[i], (int)i);
+    ASSERT_LE(events.positions.size(), 2u);
+    for (size_t i = 0; i < events.positions.size(); ++i) EXPECT_EQ(events.positions[i], (int)i);
 }
 
 TEST_F(Opl, DamagedLineDuringDownloadIsAnError)
 {
     dock({"--bad-crc", "download"});
     opl::Control c;
-    int done = 0;
-    QObject::connect(&c, &opl::Control::DownloadComplete, [&] { done = 1; });
-    ErrorLog errors(c);
+    ErrorLog events(c);
     c.setport(1);
     c.settarget("c:\\tarnbc\\temp_123.txt");
     ASSERT_TRUE(c.startdownload());
-    ASSERT_TRUE(pumpuntil([&] { return errors.count() > 0; }));
-    EXPECT_EQ(errors.texts[0], "Download incomplete: 4 of 5 lines received");
-    EXPECT_EQ(done, 0);
+    ASSERT_TRUE(pumpuntil([&] { return events.count() > 0; }));
+    EXPECT_EQ(events.texts[0], "Download incomplete: 4 of 5 lines received");
+    EXPECT_EQ(events.done, 0);
 }
 
 TEST_F(Opl, ClearEmptiesTheScanner)

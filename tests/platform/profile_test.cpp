@@ -27,6 +27,14 @@ struct ReadRow {
 };
 void PrintTo(const ReadRow& r, std::ostream* os) { *os << r.legend; }
 
+// An install with the folder C:\TARNBC; `put` writes the test file's bytes.
+class Profile : public ::testing::Test {
+protected:
+    void SetUp() override { files::makefolder("C:\\TARNBC"); }
+    void put(const std::string& bytes) { TempInstall::writefile(t.host(kFile), bytes); }
+    TempInstall t;
+};
+
 // A 60-character default, as the program's own full-path default of a deep file would be.
 const char* const kLongPath = "C:\\Program Files\\VexalBCv4\\TARNBC\\INITEMP\\BACKUPS\\BAR001.INI   ";
 
@@ -73,14 +81,12 @@ const ReadRow kReads[] = {
      50, "007", 3},
 };
 
-class ProfileReads : public ::testing::TestWithParam<ReadRow> {};
+class ProfileReads : public Profile, public ::testing::WithParamInterface<ReadRow> {};
 
 TEST_P(ProfileReads, ResultCountBufferAndFile)
 {
     const ReadRow& row = GetParam();
-    TempInstall t;
-    files::makefolder("C:\\TARNBC");
-    if (row.in) TempInstall::writefile(t.host(kFile), row.in);
+    if (row.in) put(row.in);
 
     char buffer[kBuffer];
     std::memset(buffer, kFill, sizeof buffer);
@@ -97,36 +103,30 @@ TEST_P(ProfileReads, ResultCountBufferAndFile)
 INSTANTIATE_TEST_SUITE_P(Table, ProfileReads, ::testing::ValuesIn(kReads),
                          [](const auto& info) { return "row" + std::to_string(info.index); });
 
-TEST(ProfileRead, SizeZeroLeavesTheBufferAlone)
+TEST_F(Profile, SizeZeroLeavesTheBufferAlone)
 {
-    TempInstall t;
-    files::makefolder("C:\\TARNBC");
-    TempInstall::writefile(t.host(kFile), "[S]\r\nK=V\r\n");
+    put("[S]\r\nK=V\r\n");
     char buffer[8];
     std::memset(buffer, kFill, sizeof buffer);
     EXPECT_EQ(GetPrivateProfileStringA("S", "K", "d", buffer, 0, kFile), 0u);
     EXPECT_EQ(std::string(buffer, sizeof buffer), std::string(8, kFill));
 }
 
-TEST(ProfileRead, MissingFileSetsFileNotFoundAndCutSetsMoreData)
+TEST_F(Profile, MissingFileSetsFileNotFoundAndCutSetsMoreData)
 {
-    TempInstall t;
-    files::makefolder("C:\\TARNBC");
     char buffer[50];
     GetPrivateProfileStringA("S", "K", "d", buffer, 50, kFile);
     EXPECT_EQ(files::GetLastError(), 2u);
-    TempInstall::writefile(t.host(kFile), "[S]\r\nK=value\r\n");
+    put("[S]\r\nK=value\r\n");
     GetPrivateProfileStringA("S", "K", "d", buffer, 3, kFile);
     EXPECT_EQ(files::GetLastError(), 234u);
 }
 
 // The settings reads cut a value at its first "#". A value without one then finds the "#"
 // that an earlier, longer read left after the terminator: the program relies on that.
-TEST(ProfileRead, StaleBytesAfterTheTerminatorStay)
+TEST_F(Profile, StaleBytesAfterTheTerminatorStay)
 {
-    TempInstall t;
-    files::makefolder("C:\\TARNBC");
-    TempInstall::writefile(t.host(kFile), "[SAVE]\r\nIP=10.0.0.200#\r\nTNO=7\r\n");
+    put("[SAVE]\r\nIP=10.0.0.200#\r\nTNO=7\r\n");
     std::string buffer(50, '\0');
     EXPECT_EQ(GetPrivateProfileStringA("SAVE", "IP", kFile, buffer, 50, kFile), 11u);
     EXPECT_EQ(GetPrivateProfileStringA("SAVE", "TNO", kFile, buffer, 50, kFile), 1u);
@@ -136,11 +136,9 @@ TEST(ProfileRead, StaleBytesAfterTheTerminatorStay)
     EXPECT_EQ(buffer.substr(12), std::string(38, '\0'));
 }
 
-TEST(ProfileRead, NullKeyListsKeysNullSectionListsSections)
+TEST_F(Profile, NullKeyListsKeysNullSectionListsSections)
 {
-    TempInstall t;
-    files::makefolder("C:\\TARNBC");
-    TempInstall::writefile(t.host(kFile), "X=0\r\n[A]\r\nk1=1\r\n;c=2\r\nnoequals\r\nk2=3\r\n[B]\r\n");
+    put("X=0\r\n[A]\r\nk1=1\r\n;c=2\r\nnoequals\r\nk2=3\r\n[B]\r\n");
     char buffer[32];
     uint32_t n = GetPrivateProfileStringA("a", nullptr, "d", buffer, sizeof buffer, kFile);
     EXPECT_EQ(std::string(buffer, n + 1), std::string("k1\0k2\0", 6) + '\0');
@@ -187,14 +185,12 @@ const WriteRow kWrites[] = {
     {"master file that lost its header", "FILES=004", "FILES", "FILES", "005", "FILES=004\r\n[FILES]\r\nFILES=005\r\n"},
 };
 
-class ProfileWrites : public ::testing::TestWithParam<WriteRow> {};
+class ProfileWrites : public Profile, public ::testing::WithParamInterface<WriteRow> {};
 
 TEST_P(ProfileWrites, ResultAndFileBytes)
 {
     const WriteRow& row = GetParam();
-    TempInstall t;
-    files::makefolder("C:\\TARNBC");
-    if (row.in) TempInstall::writefile(t.host(kFile), std::string(*row.in));
+    if (row.in) put(std::string(*row.in));
 
     EXPECT_EQ(WritePrivateProfileStringA(row.section, row.key, row.value, kFile), 1);
     EXPECT_EQ(files::GetLastError(), 0u);

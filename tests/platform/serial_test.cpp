@@ -65,11 +65,16 @@ TEST(Serial, PortsComeFromPlatformIni)
     EXPECT_FALSE(serial::portexists(-1));
 }
 
-TEST(Serial, PortHeldByAnotherProcessCountsAsAbsent)
+// An emulated scanner's port mapped to COM3.
+class SerialLine : public ::testing::Test {
+protected:
+    void SetUp() override { ASSERT_TRUE(emu.ready()) << emu.output(); }
+    Emulator emu{"opn"};
+    TempInstall inst{emu.portsection(3)};
+};
+
+TEST_F(SerialLine, PortHeldByAnotherProcessCountsAsAbsent)
 {
-    Emulator emu("opn");
-    ASSERT_TRUE(emu.ready());
-    TempInstall inst(emu.portsection(3));
     EXPECT_TRUE(serial::portexists(3));
     EXPECT_TRUE(serial::portexists(3)) << "the test itself leaves the port free";
     {
@@ -85,11 +90,8 @@ TEST(Serial, PortHeldByAnotherProcessCountsAsAbsent)
     }
 }
 
-TEST(Serial, OpenPortIsExclusiveAndClosingFreesIt)
+TEST_F(SerialLine, OpenPortIsExclusiveAndClosingFreesIt)
 {
-    Emulator emu("opn");
-    ASSERT_TRUE(emu.ready());
-    TempInstall inst(emu.portsection(3));
     serial::Port a, b;
     ASSERT_TRUE(a.open(3, 9600, serial::Port::odd));
     EXPECT_TRUE(serial::portexists(3)) << "a port this program holds is there";
@@ -101,10 +103,8 @@ TEST(Serial, OpenPortIsExclusiveAndClosingFreesIt)
     EXPECT_FALSE(serial::portexists(3)) << "held, but its device has gone";
 }
 
-TEST(Serial, ReadsWaitThenTellAGoneDevice)
+TEST_F(SerialLine, ReadsWaitThenTellAGoneDevice)
 {
-    Emulator emu("opn");
-    ASSERT_TRUE(emu.ready());
     serial::Port p;
     ASSERT_TRUE(p.openpath(emu.link(), 9600));
     uint8_t buf[8];

@@ -22,6 +22,9 @@
 
 namespace {
 
+const std::string cannotrun = "Error Downloading Drivers: An Error Occurured While Attempting To Run The Driver "
+                              "Updates. Please Contact Support! (Err:5 Desc: Invalid procedure call or argument)";
+
 class DriverScreen : public ::testing::Test {
 protected:
     void SetUp() override
@@ -145,9 +148,7 @@ TEST_F(DriverScreen, ThePackageRunsWhenTheDriversWereNeverUnpacked)
     QFile::setPermissions(QString::fromStdString(install.root() + "/DRIVERS/VexalBCDrivers.exe"), QFileDevice::ReadOwner);
     dialogs::queueanswer(vbYes);
     form23().helptype(1);
-    EXPECT_EQ(boxes().back(),
-              "Error Downloading Drivers: An Error Occurured While Attempting To Run The Driver Updates. Please "
-              "Contact Support! (Err:5 Desc: Invalid procedure call or argument)");
+    EXPECT_EQ(boxes().back(), cannotrun);
 }
 
 TEST_F(DriverScreen, WithNothingOnThePcThePackageIsFetchedFromTheUpdateHost)
@@ -182,9 +183,7 @@ TEST_F(DriverScreen, WithNothingOnThePcThePackageIsFetchedFromTheUpdateHost)
     EXPECT_EQ(TempInstall::readfile(install.root() + "/DRIVERS/VexalBCDrivers.exe"), "MZ driver package");
     EXPECT_EQ(TempInstall::readfile(install.root() + "/WebUpdate.exe"), "MZ driver package");
     // A fetched program is a Windows program: this PC cannot start it, and says so.
-    EXPECT_EQ(boxes().back(),
-              "Error Downloading Drivers: An Error Occurured While Attempting To Run The Driver Updates. Please "
-              "Contact Support! (Err:5 Desc: Invalid procedure call or argument)");
+    EXPECT_EQ(boxes().back(), cannotrun);
 }
 
 TEST_F(DriverScreen, AFetchThatFailsIsReportedAndAnOldDownloadIsNotTakenForThePackage)

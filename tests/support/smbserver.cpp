@@ -5,12 +5,7 @@
 #include <QDir>
 #include <QFile>
 #include <QThread>
-#include <arpa/inet.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
 #include <sys/stat.h>
-#include <unistd.h>
-
 
 SmbServer::SmbServer()
 {
