@@ -48,14 +48,12 @@ TEST_P(ScannerAction, ReadOnlyKeepsEverythingWhereItIs)
     EXPECT_EQ(rows[rows.size() - 2], "2 Valid Lines Available For Export");
     EXPECT_EQ(rows.back(), "Data has been read only!");
     EXPECT_EQ(runmodeatprocessing, 2);
-    EXPECT_EQ(g().runmode, 0);
-    EXPECT_EQ(g().pressedop, 0);
+    expectidle();
     EXPECT_EQ(g().outcount, 2) << "the lines are processed for display";
     EXPECT_FALSE(has("c:\\tarnbc\\BAR001.INI"));
     EXPECT_FALSE(has("c:\\tarnbc\\BARCODE.INI"));
     EXPECT_TRUE(datalog().empty());
-    scanners[6]->stop();
-    EXPECT_EQ(held(6), 3);
+    EXPECT_EQ(stopped(6), 3);
 }
 
 TEST_P(ScannerAction, DeleteAsksThenClears)
@@ -69,16 +67,13 @@ TEST_P(ScannerAction, DeleteAsksThenClears)
     const std::string id = GetParam() == 1 ? "" : "000123";
     EXPECT_EQ(activity(), (std::vector<std::string>{"Reading Data From Scanner " + id, "The Scanner Contains 3 Lines",
                                                     "3 Lines Cleared From The Device"}));
-    const auto asked = boxes("Confirm Clearing Of Data");
-    ASSERT_EQ(asked.size(), 1u);
-    EXPECT_EQ(asked[0].text, "Are You SURE That You Want To Clear The 3 Lines Of Data From The Device Currently Connected?");
-    EXPECT_EQ(asked[0].flags, vbYesNo + vbQuestion);
+    const auto asked = onebox("Confirm Clearing Of Data");
+    EXPECT_EQ(asked.text, "Are You SURE That You Want To Clear The 3 Lines Of Data From The Device Currently Connected?");
+    EXPECT_EQ(asked.flags, vbYesNo + vbQuestion);
     EXPECT_TRUE(logged("Delete type 0 selected"));
     EXPECT_TRUE(logged("3 Lines Cleared From The Device"));
-    EXPECT_EQ(g().runmode, 0);
-    EXPECT_EQ(g().pressedop, 0);
-    scanners[6]->stop();
-    EXPECT_EQ(held(6), 0);
+    expectidle();
+    EXPECT_EQ(stopped(6), 0);
 }
 
 TEST_P(ScannerAction, DeleteAnsweredNoKeepsTheData)
@@ -88,8 +83,7 @@ TEST_P(ScannerAction, DeleteAnsweredNoKeepsTheData)
     rundelete();
     EXPECT_EQ(activity().back(), "The Scanner Contains 3 Lines");
     EXPECT_EQ(g().runmode, 0);
-    scanners[6]->stop();
-    EXPECT_EQ(held(6), 3);
+    EXPECT_EQ(stopped(6), 3);
 }
 
 TEST_P(ScannerAction, EmptyScannerIsNeverAskedAbout)
@@ -111,8 +105,7 @@ TEST_P(ScannerAction, EmptyScannerIsNeverAskedAbout)
     if (GetParam() == 1) {
         EXPECT_EQ(g().oplportstate, 1);
     }
-    EXPECT_EQ(g().runmode, 0);
-    EXPECT_EQ(g().pressedop, 0);
+    expectidle();
 }
 
 INSTANTIATE_TEST_SUITE_P(EachType, ScannerAction, ::testing::Values(1, 2, 3));
@@ -162,8 +155,7 @@ TEST_F(MainScreen, NoScannersConfigured)
         form1().List2.clear();
         action();
         EXPECT_EQ(activity(), std::vector<std::string>{"No scanners configured for use!"});
-        EXPECT_EQ(g().runmode, 0);
-        EXPECT_EQ(g().pressedop, 0);
+        expectidle();
     }
     // Check hides the main screen and leaves it so.
     form1().show();
@@ -230,8 +222,7 @@ TEST_F(MainScreen, SelectScreenCancelGivesTheButtonsBack)
     EXPECT_EQ(g().runmode, 2);
     emit form13().Label4.clicked();
     EXPECT_TRUE(form13().isHidden());
-    EXPECT_EQ(g().runmode, 0);
-    EXPECT_EQ(g().pressedop, 0);
+    expectidle();
     EXPECT_TRUE(form1().Delete.isEnabled());
     EXPECT_EQ(form1().Shape1[3].fillcolor(), colorbox(5));
 }
@@ -296,17 +287,16 @@ TEST_F(MainScreen, GuardQuestionFreesAStuckFlag)
     g().runmode = 1;
     dialogs::queueanswer(vbYes);
     emit form1().HelpLabel.clicked();
-    ASSERT_EQ(boxes("Confirm Transfer Status").size(), 1u);
-    EXPECT_EQ(boxes("Confirm Transfer Status")[0].text, question);
-    EXPECT_EQ(boxes("Confirm Transfer Status")[0].flags, vbYesNo + vbQuestion);
+    const auto asked = onebox("Confirm Transfer Status");
+    EXPECT_EQ(asked.text, question);
+    EXPECT_EQ(asked.flags, vbYesNo + vbQuestion);
     EXPECT_EQ(g().runmode, 1) << "Yes: the operation is running";
 
     g().pressedop = 3;
     dialogs::queueanswer(vbNo);
     emit form1().List1.doubleclicked();
     EXPECT_EQ(boxes("Confirm Transfer Status").size(), 2u);
-    EXPECT_EQ(g().runmode, 0);
-    EXPECT_EQ(g().pressedop, 0);
+    expectidle();
 }
 
 TEST_F(MainScreen, ClicksDuringATransferDoNothing)

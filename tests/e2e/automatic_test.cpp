@@ -113,6 +113,12 @@ TEST_F(AutomaticDownload, OpnTakenOncePerDocking)
     // Still docked and answering: left alone.
     EXPECT_EQ(ticks(3), 0);
     EXPECT_EQ(g().OPN2001waiting, 1);
+    // Not answering for a tick (its port kept), then back: taken again, empty now.
+    scanners[6]->signal(SIGSTOP);
+    EXPECT_EQ(ticks(1), 0);
+    EXPECT_EQ(g().OPN2001waiting, 0);
+    scanners[6]->signal(SIGCONT);
+    EXPECT_EQ(ticks(1), 1);
     // Gone (its port with it), then back: taken again.
     scanners[6]->stop();
     EXPECT_EQ(ticks(1), 0);

@@ -105,15 +105,35 @@ protected:
         return e;
     }
     std::string state(int com) const { return install.root() + "/scanner" + std::to_string(com) + ".state"; }
-    // The lines ("line=" or "record=") the scanner on COM`com` holds in its state file.
-    long held(int com) const
+    // The lines ("line=" or "record=") a scanner holds in its state file.
+    static long heldin(const std::string& statefile)
     {
-        const std::string text = TempInstall::readfile(state(com));
+        const std::string text = "\n" + TempInstall::readfile(statefile);
         long n = 0;
         for (size_t at = 0; (at = text.find('\n', at)) != std::string::npos; ++at)
             if (text.compare(at + 1, 5, "line=") == 0 || text.compare(at + 1, 7, "record=") == 0) ++n;
-        if (text.rfind("line=", 0) == 0 || text.rfind("record=", 0) == 0) ++n;
         return n;
+    }
+    long held(int com) const { return heldin(state(com)); }
+    // Stops the scanner on COM`com` (its state file is written then) and counts its lines.
+    long stopped(int com)
+    {
+        scanners[com]->stop();
+        return held(com);
+    }
+
+    // The one box titled `title` (an empty entry, and a failure, unless there is exactly one).
+    dialogs::Entry onebox(const std::string& title) const
+    {
+        const auto found = boxes(title);
+        EXPECT_EQ(found.size(), 1u) << title;
+        return found.size() == 1 ? found[0] : dialogs::Entry{};
+    }
+    // No operation running and no button pressed.
+    static void expectidle()
+    {
+        EXPECT_EQ(g().runmode, 0);
+        EXPECT_EQ(g().pressedop, 0);
     }
 
     // A records file in the install folder.

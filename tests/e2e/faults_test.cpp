@@ -34,14 +34,6 @@ protected:
         });
     }
     std::string swapstate() const { return install.root() + "/swapped.state"; }
-    long heldbyswapped() const
-    {
-        const std::string text = TempInstall::readfile(swapstate());
-        long n = 0;
-        for (size_t at = 0; (at = text.find("\n", at)) != std::string::npos; ++at)
-            if (text.compare(at + 1, 5, "line=") == 0 || text.compare(at + 1, 7, "record=") == 0) ++n;
-        return n;
-    }
     void TearDown() override
     {
         ListBox::setobserver(nullptr);
@@ -70,21 +62,18 @@ TEST_F(TransferFault, CspScannerPulledOutDuringTheRead)
         dock(type, {"--id", "456", "--records", records(csprecords()), "--vanish-after-records", "1"});
         runtransfer();
         EXPECT_TRUE(scanners[6]->waitfor("vanished"));
-        const auto failures = boxes("Problem with Scanner");
-        ASSERT_EQ(failures.size(), 1u);
+        const auto failures = onebox("Problem with Scanner");
         // The scanner's name never reaches the text: two blanks stand where it would be.
-        EXPECT_EQ(failures[0].text, "There is a problem connecting to the  scanner, @ line 5! Please ensure that the "
-                                    "scanner is connected, check the cables and try again!");
-        EXPECT_EQ(failures[0].flags, vbExclamation);
+        EXPECT_EQ(failures.text, "There is a problem connecting to the  scanner, @ line 5! Please ensure that the "
+                                 "scanner is connected, check the cables and try again!");
+        EXPECT_EQ(failures.flags, vbExclamation);
         EXPECT_TRUE(logged("Problem connecting to the  scanner, @ line 5"));
         EXPECT_EQ(activity(), (std::vector<std::string>{"Data NOT deleted from scanner due to possible error!",
                                                         "Please Remove Scanner"}));
         EXPECT_FALSE(has("c:\\tarnbc\\BAR001.INI")) << "nothing saved";
         EXPECT_TRUE(datalog().empty());
-        EXPECT_EQ(g().runmode, 0);
-        EXPECT_EQ(g().pressedop, 0);
-        scanners[6]->stop();
-        EXPECT_EQ(held(6), 3) << "nothing cleared";
+        expectidle();
+        EXPECT_EQ(stopped(6), 3) << "nothing cleared";
     }
 }
 
@@ -122,19 +111,17 @@ TEST_F(TransferFault, SwappedOplScannerIsNotCleared)
     swapat("Entries Added To File On Local PC", 1, "456", "0001555555550,090307,1000\n");
     runtransfer();
     ASSERT_TRUE(swapped && swapped->ready());
-    const auto mismatch = boxes("Mismatch Of Scanner IDs");
-    ASSERT_EQ(mismatch.size(), 1u);
-    EXPECT_EQ(mismatch[0].text,
+    const auto mismatch = onebox("Mismatch Of Scanner IDs");
+    EXPECT_EQ(mismatch.text,
               "ERROR: The delete command was intended for scanner '123', but the scanner currently in the cradle is "
               "'456'! The delete has been aborted to protect your data. If you think that this might have been "
               "stopped in error then please delete the data from the scanner manually!");
     EXPECT_FALSE(hasline("Data Cleared From The Scanner"));
     EXPECT_EQ(get("c:\\tarnbc\\BAR001.INI"), barbytes("123", "00220070309", goodlines()));
-    EXPECT_EQ(g().runmode, 0);
-    EXPECT_EQ(g().pressedop, 0);
+    expectidle();
     swapped->stop();
     EXPECT_EQ(held(6), 3) << "the first scanner keeps its lines";
-    EXPECT_EQ(heldbyswapped(), 1) << "and so does the second";
+    EXPECT_EQ(heldin(swapstate()), 1) << "and so does the second";
 }
 
 TEST_F(TransferFault, SwappedCspScannerIsClearedUnnoticed)
@@ -147,7 +134,7 @@ TEST_F(TransferFault, SwappedCspScannerIsClearedUnnoticed)
     EXPECT_EQ(activity(), (std::vector<std::string>{"Data Cleared From The Scanner", "Please Remove Scanner"}));
     swapped->stop();
     EXPECT_EQ(held(6), 3) << "the saved scanner still holds its lines";
-    EXPECT_EQ(heldbyswapped(), 0) << "the scanner put in its place lost its lines";
+    EXPECT_EQ(heldin(swapstate()), 0) << "the scanner put in its place lost its lines";
 }
 
 TEST_F(TransferFault, SaveFailingHalfWayLeavesTheLinesInTheDataLog)
@@ -163,15 +150,12 @@ TEST_F(TransferFault, SaveFailingHalfWayLeavesTheLinesInTheDataLog)
     EXPECT_EQ(datalog(), (std::vector<std::string>{"ENTRY: Scanner 000123 1405 20070309", "[000000123]",
                                                    "000=00220070309", "001=" + lines[0], "002=" + lines[1], "END"}));
     EXPECT_EQ(get("c:\\tarnbc\\BAR001.INI"), "[000000123]\r\n000=00220070309\r\n");
-    const auto failed = boxes("Error While Saving Data");
-    ASSERT_EQ(failed.size(), 1u);
-    EXPECT_NE(failed[0].text.find("! Error : 61 Disk full"), std::string::npos) << failed[0].text;
+    const auto failed = onebox("Error While Saving Data");
+    EXPECT_NE(failed.text.find("! Error : 61 Disk full"), std::string::npos) << failed.text;
     // The transfer goes on as after a good save: the scanner is cleared.
     EXPECT_EQ(activity(), (std::vector<std::string>{"Data Cleared From The Scanner", "Please Remove Scanner"}));
-    EXPECT_EQ(g().runmode, 0);
-    EXPECT_EQ(g().pressedop, 0);
-    scanners[6]->stop();
-    EXPECT_EQ(held(6), 0);
+    expectidle();
+    EXPECT_EQ(stopped(6), 0);
 }
 
 TEST_F(TransferFault, LockFileStopsTheTransferUnlessRemoved)
@@ -189,11 +173,10 @@ TEST_F(TransferFault, LockFileStopsTheTransferUnlessRemoved)
         dialogs::cleartranscript();
 
         runtransfer();   // the question's default is No
-        const auto asked = boxes("Data Upload In Progress");
-        ASSERT_EQ(asked.size(), 1u);
-        EXPECT_EQ(asked[0].text, lockquestion);
-        EXPECT_EQ(asked[0].flags, vbYesNo + vbCritical + vbDefaultButton2);
-        EXPECT_EQ(asked[0].result, vbNo);
+        const auto asked = onebox("Data Upload In Progress");
+        EXPECT_EQ(asked.text, lockquestion);
+        EXPECT_EQ(asked.flags, vbYesNo + vbCritical + vbDefaultButton2);
+        EXPECT_EQ(asked.result, vbNo);
         EXPECT_EQ(g().runmode, 0);
         EXPECT_EQ(g().automaticactive, 0);
         EXPECT_EQ(activity(), std::vector<std::string>{"before"}) << "the scanner was not read";
@@ -204,8 +187,7 @@ TEST_F(TransferFault, LockFileStopsTheTransferUnlessRemoved)
         runtransfer();
         EXPECT_FALSE(has(lockpath));
         EXPECT_EQ(activity().back(), "Please Remove Scanner");
-        scanners[6]->stop();
-        EXPECT_EQ(held(6), 0);
+        EXPECT_EQ(stopped(6), 0);
     }
 }
 
@@ -232,15 +214,13 @@ TEST_F(TransferFault, StoreDownInDirectMode)
     dock(2, {"--id", "123", "--records", records(csprecords())});
     dialogs::queueanswer(vbNo);
     runtransfer();
-    const auto asked = boxes("Store Location Unavailable");
-    ASSERT_EQ(asked.size(), 1u);
-    EXPECT_EQ(asked[0].text, question);
-    EXPECT_EQ(asked[0].flags, vbYesNo + vbExclamation);
+    const auto asked = onebox("Store Location Unavailable");
+    EXPECT_EQ(asked.text, question);
+    EXPECT_EQ(asked.flags, vbYesNo + vbExclamation);
     EXPECT_EQ(activity().back(), "Transfer aborted due to server being unavailable!");
     EXPECT_EQ(g().runmode, 0);
     EXPECT_FALSE(has("c:\\tarnbc\\BAR001.INI"));
-    scanners[6]->stop();
-    EXPECT_EQ(held(6), 3);
+    EXPECT_EQ(stopped(6), 3);
     // The failed check itself marks the store down.
     EXPECT_EQ(g().storedown, 1);
 
@@ -259,8 +239,7 @@ TEST_F(TransferFault, StoreDownInDirectMode)
     for (const char* row : {"Store Location Unavailable!", "Data Held On PC", "Entries Added To Temp File On PC",
                             "Data Now Ready For Import To Tarn"})
         EXPECT_NE(std::find(rows.begin(), rows.end(), row), rows.end()) << row;
-    scanners[6]->stop();
-    EXPECT_EQ(held(6), 0);
+    EXPECT_EQ(stopped(6), 0);
 
     // While the store is known down nothing is asked.
     dock(2, {"--id", "123", "--records", records(csprecords())});
@@ -273,22 +252,20 @@ TEST_F(TransferFault, LongOplIdTakenAsItsLastThreeDigits)
 {
     dock(1, {"--id", "1234", "--battery", "85", "--records", records(oplrecords())});
     runtransfer();   // OK is the default
-    const auto offered = boxes("Scanner ID Incorrect length");
-    ASSERT_EQ(offered.size(), 1u);
-    EXPECT_EQ(offered[0].text,
+    const auto offered = onebox("Scanner ID Incorrect length");
+    EXPECT_EQ(offered.text,
               "The scanner ID has read as 1234, but scanner ID's are normally only 3 digits. This may have just have "
               "been an error when reading the scanner ID. If the scanner ID should be '234' and you would like to "
               "proceed with that then click 'OK' otherwise click 'CANCEL' in order to go and fix the ID from the "
               "'Check Scanner' screen before processing the data.");
-    EXPECT_EQ(offered[0].flags, vbOKCancel + vbInformation);
+    EXPECT_EQ(offered.flags, vbOKCancel + vbInformation);
     EXPECT_TRUE(hasline("Scanner ID adjusted to '234'!"));
     EXPECT_TRUE(logged("Scanner ID adjusted to '234'!"));
     EXPECT_EQ(get("c:\\tarnbc\\BAR001.INI"), barbytes("234", "00220070309", goodlines()));
     EXPECT_TRUE(has("c:\\tarnbc\\temp_234.txt"));
     // The clear reads the ID again, whole, and it no longer matches the one saved.
     EXPECT_EQ(boxes("Mismatch Of Scanner IDs").size(), 1u);
-    scanners[6]->stop();
-    EXPECT_EQ(held(6), 3);
+    EXPECT_EQ(stopped(6), 3);
 }
 
 TEST_F(TransferFault, RefusedOplIds)
@@ -311,18 +288,15 @@ TEST_F(TransferFault, RefusedOplIds)
         dock(1, {"--id", c.id, "--battery", "85", "--records", records(oplrecords())});
         dialogs::queueanswer(c.answer);
         runtransfer();
-        const auto refused = boxes(c.title);
-        ASSERT_EQ(refused.size(), 1u);
+        const auto refused = onebox(c.title);
         if (c.text) {
-            EXPECT_EQ(refused[0].text, c.text);
+            EXPECT_EQ(refused.text, c.text);
         }
         EXPECT_EQ(activity(), std::vector<std::string>{"Aborted due to scanner ID error!"});
-        EXPECT_EQ(g().runmode, 0);
-        EXPECT_EQ(g().pressedop, 0);
+        expectidle();
         EXPECT_EQ(g().oplportstate, 0);
         EXPECT_FALSE(has("c:\\tarnbc\\BAR001.INI"));
-        scanners[6]->stop();
-        EXPECT_EQ(held(6), 3);
+        EXPECT_EQ(stopped(6), 3);
     }
 }
 
@@ -335,8 +309,7 @@ TEST_F(TransferFault, UnprogrammedCspScannerIsReadButNotSaved)
     EXPECT_EQ(activity().back(), "Please Remove Scanner");
     EXPECT_TRUE(hasline("Aborted due to scanner ID error!"));
     EXPECT_FALSE(has("c:\\tarnbc\\BAR001.INI"));
-    scanners[6]->stop();
-    EXPECT_EQ(held(6), 3);
+    EXPECT_EQ(stopped(6), 3);
 }
 
 TEST_F(TransferFault, ScannerClockAtFault)
@@ -346,16 +319,14 @@ TEST_F(TransferFault, ScannerClockAtFault)
     dock(2, {"--id", "123", "--records", records(csprecords()), "--clock-offset", clockoffset(2 * 1440)});
     dialogs::queueanswer(vbNo);
     runtransfer();
-    auto asked = boxes("Date / Time Problem Detected");
-    ASSERT_EQ(asked.size(), 1u);
-    EXPECT_EQ(asked[0].text.rfind(prefix, 0), 0u);
-    EXPECT_NE(asked[0].text.find(" 110307 - PC: 14:05 09/03/07)! Would you like to attempt to repair the data from the scanner?"),
+    const auto asked = onebox("Date / Time Problem Detected");
+    EXPECT_EQ(asked.text.rfind(prefix, 0), 0u);
+    EXPECT_NE(asked.text.find(" 110307 - PC: 14:05 09/03/07)! Would you like to attempt to repair the data from the scanner?"),
               std::string::npos)
-        << asked[0].text;
+        << asked.text;
     EXPECT_TRUE(has("c:\\tarnbc\\BAR001.INI"));
     EXPECT_EQ(form1().Label3.forecolor(), colorbox(2));
-    scanners[6]->stop();
-    EXPECT_EQ(held(6), 0);
+    EXPECT_EQ(stopped(6), 0);
 
     // An hour out: the time is at fault and the transfer stops after the read.
     std::remove(install.host("c:\\tarnbc\\BAR001.INI").c_str());
@@ -366,8 +337,7 @@ TEST_F(TransferFault, ScannerClockAtFault)
     EXPECT_EQ(boxes("Date / Time Problem Detected").size(), 1u);
     EXPECT_TRUE(hasline("Aborted due to error on scanner!"));
     EXPECT_FALSE(has("c:\\tarnbc\\BAR001.INI"));
-    scanners[6]->stop();
-    EXPECT_EQ(held(6), 3);
+    EXPECT_EQ(stopped(6), 3);
 
     // A read of it ends with the same verdict.
     dialogs::queueanswer(vbNo);
@@ -394,9 +364,8 @@ TEST_F(TransferFault, EmptyScannerWithABadClockIsOfferedAClockUpdate)
     dock(2, {"--id", "123", "--clock-offset", clockoffset(60)});
     dialogs::queueanswer(vbYes);
     runread();
-    const auto asked = boxes("Date / Time Problem Detected");
-    ASSERT_EQ(asked.size(), 1u);
-    EXPECT_NE(asked[0].text.find(")! Would you like to update the date and time?"), std::string::npos);
+    const auto asked = onebox("Date / Time Problem Detected");
+    EXPECT_NE(asked.text.find(")! Would you like to update the date and time?"), std::string::npos);
     EXPECT_TRUE(logged("Correcting Data And Time"));
     EXPECT_EQ(g().timestatus, 0) << "the scanner's clock was set";
     EXPECT_TRUE(form12().isHidden());
@@ -412,9 +381,8 @@ TEST_F(TransferFault, FaultInTheButtonRoutineLeavesTheFlagsForTheGuard)
     reseticons();
     dialogs::queueanswer(vbYes);   // remove the lock file: refused
     runtransfer();
-    const auto failed = boxes("Error In Function runtransfer()");
-    ASSERT_EQ(failed.size(), 1u);
-    EXPECT_EQ(failed[0].text,
+    const auto failed = onebox("Error In Function runtransfer()");
+    EXPECT_EQ(failed.text,
               "An unexpected error has occured attempting to run a system function at line 6! Error: 70 Permission denied");
     EXPECT_TRUE(logged("Function runtransfer() : Line 6 70 Permission denied"));
     EXPECT_EQ(g().runmode, 1) << "the handler leaves the flag set";
@@ -447,10 +415,9 @@ TEST_F(TransferFault, CspIdWithLettersIsOfferedTheRepair)
 
     dialogs::queueanswer(vbNo);
     runtransfer();
-    const auto asked = boxes("ID Problem Detected");
-    ASSERT_EQ(asked.size(), 1u);
-    EXPECT_EQ(asked[0].text, "There is a problem with the ID on the scanner (1A3)! This MUST be corrected in order "
-                             "to continue. Do you wish to update now?");
+    const auto asked = onebox("ID Problem Detected");
+    EXPECT_EQ(asked.text, "There is a problem with the ID on the scanner (1A3)! This MUST be corrected in order "
+                          "to continue. Do you wish to update now?");
     EXPECT_TRUE(logged("Error with scanner ID (1A3)"));
     EXPECT_EQ(form1().Label3.forecolor(), colorbox(2));
     EXPECT_TRUE(hasline("Aborted due to scanner ID error!"));
@@ -476,8 +443,7 @@ TEST_F(TransferFault, CspIdWithLettersIsOfferedTheRepair)
     EXPECT_FALSE(has("c:\\tarnbc\\BAR001.INI"));
     runtransfer();
     EXPECT_EQ(get("c:\\tarnbc\\BAR001.INI"), barbytes("456", "00220070309", goodlines()));
-    scanners[6]->stop();
-    EXPECT_EQ(held(6), 0);
+    EXPECT_EQ(stopped(6), 0);
 }
 
 TEST_F(TransferFault, NoOplScannerInTheCradle)
@@ -488,12 +454,10 @@ TEST_F(TransferFault, NoOplScannerInTheCradle)
     ASSERT_FALSE(dialogs::transcript().empty());
     EXPECT_EQ(dialogs::transcript()[0].title, "");
     EXPECT_EQ(dialogs::transcript()[0].text.rfind(" ", 0), 0u);
-    const auto failed = boxes("Problem with Scanner");
-    ASSERT_EQ(failed.size(), 1u);
-    EXPECT_NE(failed[0].text.find("@ line 1!"), std::string::npos);
+    const auto failed = onebox("Problem with Scanner");
+    EXPECT_NE(failed.text.find("@ line 1!"), std::string::npos);
     EXPECT_EQ(g().oplportstate, 0);
-    EXPECT_EQ(g().runmode, 0);
-    EXPECT_EQ(g().pressedop, 0);
+    expectidle();
     EXPECT_TRUE(mainopl() == nullptr);
 }
 
@@ -503,15 +467,13 @@ TEST_F(TransferFault, MoreThanAThousandRecordsEndInTheReadHandler)
     for (int i = 0; i < 1001; ++i) text += "001" + std::to_string(100000000 + i) + ",1,2007-03-09 08:30:05\n";
     dock(3, {"--id", "123", "--records", records(text)});
     runtransfer();
-    const auto failed = boxes("Error While Reading Data");
-    ASSERT_EQ(failed.size(), 1u);
-    EXPECT_EQ(failed[0].text, "An unexpected error has occured while attempting to read the data from the scanner! "
-                              "Error : 9 Subscript out of range @ line 14");
+    const auto failed = onebox("Error While Reading Data");
+    EXPECT_EQ(failed.text, "An unexpected error has occured while attempting to read the data from the scanner! "
+                           "Error : 9 Subscript out of range @ line 14");
     EXPECT_TRUE(logged("readdata: Unexpected error! Error : 9 Subscript out of range @ line 14"));
     EXPECT_FALSE(has("c:\\tarnbc\\BAR001.INI"));
     EXPECT_EQ(g().runmode, 0);
-    scanners[6]->stop();
-    EXPECT_EQ(held(6), 1001);
+    EXPECT_EQ(stopped(6), 1001);
 }
 
 TEST_F(TransferFault, ReadUnderRepairAsksNothing)
@@ -533,11 +495,10 @@ TEST_F(TransferFault, LowBatteryWarnings)
     const std::string warning = "The battery level on this scanner is currently on 40%. Unless it is being allowed to "
                                 "drop to maintain the battery it is recommended that you recharge this scanner shortly!";
     dock(1, {"--id", "123", "--battery", "40", "--records", records(oplrecords())});
-    runtransfer();
-    auto warned = boxes("Low Battery Level");
-    ASSERT_EQ(warned.size(), 1u) << "the clear after a save warns no more";
-    EXPECT_EQ(warned[0].text, warning);
-    EXPECT_EQ(warned[0].flags, vbInformation);
+    runtransfer();   // the clear after the save warns no more
+    const auto warned = onebox("Low Battery Level");
+    EXPECT_EQ(warned.text, warning);
+    EXPECT_EQ(warned.flags, vbInformation);
     EXPECT_TRUE(hasline("Data Cleared From The Scanner"));
 
     dock(1, {"--id", "123", "--battery", "40", "--records", records(oplrecords())});

@@ -75,8 +75,7 @@ TEST_P(TransferEndToEnd, ReadsProcessesSavesAndClears)
     EXPECT_EQ(recorder.row("Reading Data From Scanner 123").runmode, 1);
     EXPECT_EQ(recorder.row("Reading Data From Scanner 123").pressedop, 3);
     EXPECT_EQ(recorder.row("Data Cleared From The Scanner").runmode, 1);
-    EXPECT_EQ(g().runmode, 0);
-    EXPECT_EQ(g().pressedop, 0);
+    expectidle();
     EXPECT_EQ(g().deleteallowed, 1);
     EXPECT_TRUE(form9().Timer1.isActive()) << "the monitor's icon timer runs during a transfer";
     EXPECT_EQ(form9().Timer1.interval(), 1000);
@@ -121,8 +120,7 @@ TEST_P(TransferEndToEnd, ReadsProcessesSavesAndClears)
     EXPECT_TRUE(form6().isHidden());
     EXPECT_TRUE(dialogs::transcript().empty()) << dialogs::describe(dialogs::transcript().front());
 
-    scanners[6]->stop();
-    EXPECT_EQ(held(6), 0) << "the scanner was cleared";
+    EXPECT_EQ(stopped(6), 0) << "the scanner was cleared";
 }
 
 namespace {

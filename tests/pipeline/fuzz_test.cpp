@@ -158,20 +158,4 @@ TEST_F(Fuzz, RecordsNeverCrashAndFaultsLandInTheHandler)
     EXPECT_GT(whole, 100) << "most batches of sound and mutated records should run through";
 }
 
-TEST_F(Fuzz, OverlongDownloadsLandInTheHandler)
-{
-    for (int scannertype : {1, 3}) {
-        std::string bytes;
-        for (long i = 1; i <= 1000; ++i) {
-            g().scanlines[i] = std::string("\x10\x01") + "00112345678" + "\x15\xE7\x64\xC8";
-            bytes += "0001123456780,120307,1430\r\n";
-        }
-        files::writeall(formats::rawfile("123"), bytes);
-        run(scannertype, false, 1000 + 1 + below(50));
-        ASSERT_EQ(dialogs::transcript().size(), 1u);
-        EXPECT_NE(dialogs::transcript()[0].text.find("Error : 9 Subscript out of range @ line"), std::string::npos);
-        expectonlythehandler("overlong");
-    }
-}
-
 }  // namespace

@@ -8,6 +8,8 @@
 #include "pipeline/processdata.h"
 #include "pipeline/session.h"
 
+#include <functional>
+
 namespace {
 
 class ProcessData : public PipelineTest {
@@ -23,11 +25,11 @@ protected:
         run(repair, count < 0 ? (long)lines.size() : count);
     }
 
-    void runrecords(const std::vector<std::string>& records, bool repair, int type = 3)
+    void runrecords(const std::vector<std::string>& records, bool repair, int type = 3, long count = -1)
     {
         for (size_t i = 0; i < records.size(); ++i) g().scanlines[(long)i + 1] = records[i];
         g().scannertype = type;
-        run(repair, (long)records.size());
+        run(repair, count < 0 ? (long)records.size() : count);
     }
 
     void run(bool repair, long count)
@@ -73,38 +75,36 @@ const std::string shortline = "18012345678,120307,1433";
 const std::string frline = "0134567890123,120307,1434";
 
 // One line, each running: what it shows, what it makes, and where the repair table gets it.
+// The repair screen shows the same text without the TEST mark.
 struct OneLine {
     const char* legend;
     std::string line;
-    const char* normaltext;   // as List2 shows it in normal running
-    const char* repairtext;   // as the repair screen's List1 shows it
-    const char* outline;      // "" when no line is made
+    std::string text;      // as List2 shows it in normal running
+    const char* outline;   // "" when no line is made
     long reviewindex;
     const char* review;
 };
 
 const OneLine onelines[] = {
-    {"plain", plain, "01 12 345678 At 14:30 12-Mar-07", "01 12 345678 At 14:30 12-Mar-07", "0112345678200703121430", 1,
-     "0112345678200703121430"},
-    {"plain test", plaintest, "01 99 345678 At 14:31 12-Mar-07 TEST", "01 99 345678 At 14:31 12-Mar-07", "", 1,
-     "0199345678200703121431"},
-    {"long", longline, "02 12 345678 456  At 14:32 12-Mar-07", "02 12 345678 456  At 14:32 12-Mar-07",
-     "0212345678200703121432456", 1, "0212345678 456 200703121432"},
-    {"short made long", shortline, "80 12 345678 000  At 14:33 12-Mar-07", "80 12 345678 000  At 14:33 12-Mar-07",
-     "8012345678200703121433000", 1, "8012345678 000 200703121433"},
-    {"FR", frline, "01 07 789012 At 14:34 12-Mar-07 FR - 34", "01 07 789012 At 14:34 12-Mar-07 FR - 34",
-     "0107789012200703121434034", 1, "0107789012200703121434034"},
+    {"plain", plain, "01 12 345678 At 14:30 12-Mar-07", "0112345678200703121430", 1, "0112345678200703121430"},
+    {"plain test", plaintest, "01 99 345678 At 14:31 12-Mar-07 TEST", "", 1, "0199345678200703121431"},
+    {"long", longline, "02 12 345678 456  At 14:32 12-Mar-07", "0212345678200703121432456", 1,
+     "0212345678 456 200703121432"},
+    {"short made long", shortline, "80 12 345678 000  At 14:33 12-Mar-07", "8012345678200703121433000", 1,
+     "8012345678 000 200703121433"},
+    {"FR", frline, "01 07 789012 At 14:34 12-Mar-07 FR - 34", "0107789012200703121434034", 1,
+     "0107789012200703121434034"},
     {"FR starting 99 is never a test", "0199997890123,120307,1434", "01 07 789012 At 14:34 12-Mar-07 FR - 99",
-     "01 07 789012 At 14:34 12-Mar-07 FR - 99", "0107789012200703121434099", 1, "0107789012200703121434099"},
-    {"letter in the field", "00011234a6780,120307,1430", "Invalid Line (00011234a6780,120307,1430)",
-     "Invalid Line (00011234a6780,120307,1430)", "", 1, "Invalid Line (00011234a6780,120307,1430)"},
-    {"comma out of place", "0001123456780,12030,71430", "Invalid Line (0001123456780,12030,71430)",
-     "Invalid Line (0001123456780,12030,71430)", "", 1, "Invalid Line (0001123456780,12030,71430)"},
+     "0107789012200703121434099", 1, "0107789012200703121434099"},
+    {"letter in the field", "00011234a6780,120307,1430", "Invalid Line (00011234a6780,120307,1430)", "", 1,
+     "Invalid Line (00011234a6780,120307,1430)"},
+    {"comma out of place", "0001123456780,12030,71430", "Invalid Line (0001123456780,12030,71430)", "", 1,
+     "Invalid Line (0001123456780,12030,71430)"},
     // Bad length: stored before counting, one place low.
-    {"plain too short", "0001123456780,120307,143", "Invalid Line (0001123456780,120307,143)",
-     "Invalid Line (0001123456780,120307,143)", "", 0, "Invalid Line (0001123456780,120307,143)"},
-    {"short too long", "18012345678,120307,14330", "Invalid Line (18012345678,120307,14330)",
-     "Invalid Line (18012345678,120307,14330)", "", 0, "Invalid Line (18012345678,120307,14330)"},
+    {"plain too short", "0001123456780,120307,143", "Invalid Line (0001123456780,120307,143)", "", 0,
+     "Invalid Line (0001123456780,120307,143)"},
+    {"short too long", "18012345678,120307,14330", "Invalid Line (18012345678,120307,14330)", "", 0,
+     "Invalid Line (18012345678,120307,14330)"},
 };
 
 TEST_F(ProcessData, EachOplFormInBothRunnings)
@@ -117,14 +117,15 @@ TEST_F(ProcessData, EachOplFormInBothRunnings)
         runopl({r.line}, false);
         ASSERT_GE(seen.size(), 2u);
         EXPECT_EQ(seen[0], "M: Processing Data");
-        EXPECT_EQ(seen[1], std::string("M: ") + r.normaltext);
+        EXPECT_EQ(seen[1], "M: " + r.text);
         EXPECT_EQ(g().outcount, valid ? 1 : 0);
         EXPECT_EQ(g().badcount, valid ? 0 : 1);
         if (valid) { EXPECT_EQ(g().outlines[1], r.outline); }
         EXPECT_EQ(g().reviewlines[r.reviewindex], "") << "normal running leaves the repair table alone";
 
         runopl({r.line}, true);
-        EXPECT_EQ(seen, (std::vector<std::string>{"M: Processing Data", std::string("R: ") + r.repairtext}));
+        const std::string shown = r.text.ends_with(" TEST") ? r.text.substr(0, r.text.size() - 5) : r.text;
+        EXPECT_EQ(seen, (std::vector<std::string>{"M: Processing Data", "R: " + shown}));
         EXPECT_EQ(g().reviewlines[r.reviewindex], r.review);
         EXPECT_EQ(g().runmode, 4);
     }
@@ -132,20 +133,23 @@ TEST_F(ProcessData, EachOplFormInBothRunnings)
 
 TEST_F(ProcessData, ClosingTextsAndTheLog)
 {
-    runopl({plain, plaintest, "bad", longline}, false);
+    // A duplicate is kept.
+    runopl({plain, plaintest, "bad", longline, plain}, false);
     EXPECT_EQ(seen, (std::vector<std::string>{
                         "M: Processing Data", "M: 01 12 345678 At 14:30 12-Mar-07",
                         "M: 01 99 345678 At 14:31 12-Mar-07 TEST", "M: Invalid Line (bad)",
-                        "M: 02 12 345678 456  At 14:32 12-Mar-07", "M: 2 Invalid/Test Lines Have Been Ignored",
-                        "M: 2 Valid Lines Available For Export"}));
-    EXPECT_EQ(items(form1().List2).back(), "2 Valid Lines Available For Export");
+                        "M: 02 12 345678 456  At 14:32 12-Mar-07", "M: 01 12 345678 At 14:30 12-Mar-07",
+                        "M: 2 Invalid/Test Lines Have Been Ignored", "M: 3 Valid Lines Available For Export"}));
+    EXPECT_EQ(items(form1().List2).back(), "3 Valid Lines Available For Export");
     EXPECT_EQ(form1().List2.listindex(), form1().List2.listcount() - 1);
     // Neither "Processing Data" nor the count of ignored lines is logged.
     EXPECT_EQ(loglines(), (std::vector<std::string>{"01 12 345678 At 14:30 12-Mar-07",
                                                     "01 99 345678 At 14:31 12-Mar-07 TEST", "Invalid Line (bad)",
                                                     "02 12 345678 456  At 14:32 12-Mar-07",
-                                                    "2 Valid Lines Available For Export"}));
-    EXPECT_EQ(outlines(), (std::vector<std::string>{"0112345678200703121430", "0212345678200703121432456"}));
+                                                    "01 12 345678 At 14:30 12-Mar-07",
+                                                    "3 Valid Lines Available For Export"}));
+    EXPECT_EQ(outlines(), (std::vector<std::string>{"0112345678200703121430", "0212345678200703121432456",
+                                                    "0112345678200703121430"}));
 }
 
 TEST_F(ProcessData, ClosingTextsByCount)
@@ -171,16 +175,12 @@ TEST_F(ProcessData, ClosingTextsByCount)
     }
 }
 
-TEST_F(ProcessData, RepairRunningStopsBeforeTheSummary)
+TEST_F(ProcessData, RunmodeAfterTheRunAndNoSummaryInRepair)
 {
     runopl({plain, "x"}, true);
     EXPECT_EQ(seen.back(), "R: Invalid Line (x)");
     EXPECT_EQ(form1().List2.listcount(), 1);   // "Processing Data" only
     EXPECT_EQ(g().runmode, 4);
-}
-
-TEST_F(ProcessData, RunmodeAfterANormalRun)
-{
     runopl({plain}, false);
     EXPECT_EQ(g().runmode, 1) << "a transfer goes on to the save";
     g().scancount = 1;
@@ -252,12 +252,6 @@ TEST_F(ProcessData, AFileShorterThanTheCountLeavesEmptyEntries)
                                               "M: 1 Valid Line Available For Export"}));
 }
 
-TEST_F(ProcessData, DuplicatesAreBothKept)
-{
-    runopl({plain, plain}, false);
-    EXPECT_EQ(outlines(), (std::vector<std::string>{"0112345678200703121430", "0112345678200703121430"}));
-}
-
 TEST_F(ProcessData, TheStatusScreenFollowsTheRun)
 {
     form16().setupstatus();
@@ -272,53 +266,49 @@ TEST_F(ProcessData, TheStatusScreenFollowsTheRun)
 
 // ---- failures -------------------------------------------------------------------------
 
-TEST_F(ProcessData, AnIndexPastTheTableReachesTheHandler)
+TEST_F(ProcessData, FaultsReachTheHandlerWhichClosesTheSession)
 {
-    std::vector<std::string> lines(1000, plain);
-    g().pressedop = 3;
-    runopl(lines, false, 1001);
-    ASSERT_EQ(dialogs::transcript().size(), 1u);
-    const auto& box = dialogs::transcript()[0];
-    EXPECT_EQ(box.title, "Error While Processing Data");
-    EXPECT_EQ(box.text, "An unexpected error had occured while attempting to process the data from the scanner! "
-                        "Error : 9 Subscript out of range @ line 4");
-    EXPECT_EQ(box.flags, vbExclamation);
-    EXPECT_EQ(loglines().back(), "processdata: Unexpected error. Error : 9 Subscript out of range @ line 4");
-    EXPECT_EQ(g().runmode, 0);
-    EXPECT_EQ(g().pressedop, 0);
-    EXPECT_EQ(g().outcount, 1000) << "lines already made stay";
-}
-
-TEST_F(ProcessData, ARawFileOfMoreThanATableFaultsWhileReading)
-{
-    std::vector<std::string> lines(1001, plain);
-    runopl(lines, false, 2);
-    ASSERT_EQ(dialogs::transcript().size(), 1u);
-    EXPECT_EQ(dialogs::transcript()[0].text,
-              "An unexpected error had occured while attempting to process the data from the scanner! "
-              "Error : 9 Subscript out of range @ line 2");
-    EXPECT_EQ(g().outcount, 0);
-}
-
-TEST_F(ProcessData, AMissingRawFileReachesTheHandler)
-{
-    g().scannertype = 1;
-    run(false, 1);
-    ASSERT_EQ(dialogs::transcript().size(), 1u);
-    EXPECT_EQ(dialogs::transcript()[0].text,
-              "An unexpected error had occured while attempting to process the data from the scanner! "
-              "Error : 53 File not found @ line 2");
-    EXPECT_EQ(seen, (std::vector<std::string>{"M: Processing Data"}));
-}
-
-TEST_F(ProcessData, TheHandlerClosesTheSession)
-{
+    struct Row {
+        const char* legend;
+        std::function<void()> run;
+        const char* error;
+        long outcount;   // lines made before the fault stay
+    } rows[] = {
+        {"missing raw file",
+         [this] {
+             g().scannertype = 1;
+             run(false, 1);
+         },
+         "53 File not found @ line 2", 0},
+        {"index past the table", [this] { runopl(std::vector<std::string>(1000, plain), false, 1001); },
+         "9 Subscript out of range @ line 4", 1000},
+        {"raw file longer than the table", [this] { runopl(std::vector<std::string>(1001, plain), false, 2); },
+         "9 Subscript out of range @ line 2", 0},
+        {"records past the table",
+         [this] { runrecords(std::vector<std::string>(1000, record("001123456789")), false, 3, 1001); },
+         "9 Subscript out of range @ line 4", 1000},
+        {"empty record", [this] { runrecords({""}, false); }, "5 Invalid procedure call or argument @ line 12", 0},
+    };
     int closed = 0;
     setsessioncloser([&] { ++closed; });
-    g().scannertype = 1;
-    run(false, 1);
+    for (const auto& r : rows) {
+        SCOPED_TRACE(r.legend);
+        dialogs::cleartranscript();
+        g().pressedop = 3;
+        r.run();
+        ASSERT_EQ(dialogs::transcript().size(), 1u);
+        const auto& box = dialogs::transcript()[0];
+        EXPECT_EQ(box.title, "Error While Processing Data");
+        EXPECT_EQ(box.text, std::string("An unexpected error had occured while attempting to process the data from the "
+                                        "scanner! Error : ") + r.error);
+        EXPECT_EQ(box.flags, vbExclamation);
+        EXPECT_EQ(loglines().back(), std::string("processdata: Unexpected error. Error : ") + r.error);
+        EXPECT_EQ(g().runmode, 0);
+        EXPECT_EQ(g().pressedop, 0);
+        EXPECT_EQ(g().outcount, r.outcount);
+    }
     setsessioncloser(nullptr);
-    EXPECT_EQ(closed, 1);
+    EXPECT_EQ(closed, (int)std::size(rows));
 }
 
 // ---- records ---------------------------------------------------------------------------
@@ -376,15 +366,6 @@ TEST_F(ProcessData, ACodeTwoFiftyFiveByteInAStampIsDeletedWithoutAReport)
     EXPECT_EQ(seen[1], "M: 01 12 345678 At 14:30 25-Mar-08");
     EXPECT_EQ(seen.size(), 3u);
     EXPECT_EQ(dialogs::transcript().size(), 0u);
-}
-
-TEST_F(ProcessData, AnEmptyRecordReachesTheHandler)
-{
-    runrecords({""}, false);
-    ASSERT_EQ(dialogs::transcript().size(), 1u);
-    EXPECT_EQ(dialogs::transcript()[0].text,
-              "An unexpected error had occured while attempting to process the data from the scanner! "
-              "Error : 5 Invalid procedure call or argument @ line 12");
 }
 
 }  // namespace

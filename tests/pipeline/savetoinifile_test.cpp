@@ -1,3 +1,6 @@
+// savetoinifile: the BAR files and the master file of each save type, the data log block,
+// and saves that fail half way. A Direct save to a reachable store is run whole by
+// e2e/transfer_test.
 #include "core/colorbox.h"
 #include "pipeline/savetoinifile.h"
 #include "support/storeworld.h"
@@ -96,19 +99,6 @@ TEST_F(SaveToIniFile, StaleFileUnderTheNewNumberIsDropped)
     save("456", lines);
     EXPECT_EQ(get(localbar(2)), barbytes("456", "00120070309", lines)) << "nothing of the stale file is left";
     EXPECT_EQ(get(localmaster), masterbytes("002"));
-}
-
-TEST_F(SaveToIniFile, DirectModeWritesToTheShare)
-{
-    g().savetype = 1;
-    g().storedown = 0;
-    const auto lines = download(2);
-    save("123", lines);
-    EXPECT_EQ(TempInstall::readfile(share + "/BAR001.007"), barbytes("123", "00220070309", lines));
-    EXPECT_EQ(get(storemaster), masterbytes("001"));
-    EXPECT_FALSE(has(localbar(1)));
-    EXPECT_EQ(activity(), (std::vector<std::string>{"Adding Entries to BAR001 File (New File)", "Entries Added To File On Server",
-                                                    "Data Ready For Transfer And Import To Tarn"}));
 }
 
 TEST_F(SaveToIniFile, DirectModeWithTheStoreDownHoldsDataOnThePc)

@@ -1,6 +1,7 @@
 // Automatic download in the real program: emulated scanners docked and undocked while the
 // installed program runs from the start-up group, the files it leaves on the share, the
-// day's logs, the scanners' memory afterwards, the lock question and the day change.
+// day's logs, the scanners' memory afterwards, the lock question and the day change. How
+// each type is polled tick by tick is tested in-process (e2e/automatic_test).
 #include <algorithm>
 #include <csignal>
 #include <memory>
@@ -172,54 +173,6 @@ TEST_F(AutomaticProcessTest, Opl972xIsTakenWhenDockedThenRestsTenTicksBeforeLine
     EXPECT_EQ(share("BAR001.007"), barfile(lines, today)) << "the new line joins the scanner's file";
     EXPECT_EQ(share("BARCODE.007"), "[FILES]\r\nFILES=001\r\n");
     EXPECT_EQ(held(OPL), 0);
-    EXPECT_EQ(read("transcript.txt"), "");
-}
-
-TEST_F(AutomaticProcessTest, Opn2001IsTakenOncePerDockingAndAgainOnceItHasStoppedAnswering)
-{
-    setup({OPN});
-    dock(OPN, threescans(OPN));
-    start({"startup"});
-
-    ASSERT_TRUE(waitfordownloads(1)) << log();
-    const QDate today = programnow().date();
-    EXPECT_EQ(share("BAR001.007"), barfile(goodlines(), today));
-    EXPECT_EQ(held(OPN), 0);
-
-    // Left in its cradle it answers every poll and is not taken again.
-    QThread::msleep(2500);
-    EXPECT_EQ(downloads(), 1u);
-
-    // A scanner that stops answering for a while has left; back, it is taken again (empty
-    // now, it is read and left as it is). Taken away and docked again: see the day change.
-    scanners[OPN]->signal(SIGSTOP);
-    QThread::msleep(2000);
-    scanners[OPN]->signal(SIGCONT);
-    ASSERT_TRUE(waitfordownloads(2, 1)) << log();
-    EXPECT_EQ(share("BAR001.007"), barfile(goodlines(), today));
-    EXPECT_EQ(held(OPN), 0);
-    EXPECT_EQ(read("transcript.txt"), "");
-}
-
-TEST_F(AutomaticProcessTest, Cs1504IsTurnedOffAfterItsDownloadAndTakenAgainOnlyWhenWoken)
-{
-    setup({CS1504});
-    Emulator& scanner = dock(CS1504, threescans(CS1504));
-    start({"startup"});
-
-    ASSERT_TRUE(waitfordownloads(1)) << log();
-    const QDate today = programnow().date();
-    EXPECT_EQ(share("BAR001.007"), barfile(goodlines(), today));
-    EXPECT_EQ(held(CS1504), 0);
-
-    // Polled every fourth tick; left in its cradle, turned off, it is not taken again.
-    QThread::msleep(4500);
-    EXPECT_EQ(downloads(), 1u) << log();
-
-    // A key press wakes it in its cradle: the next poll takes it, empty.
-    scanner.signal(SIGUSR1);
-    ASSERT_TRUE(waitfordownloads(2, 1, 8000)) << log();
-    EXPECT_EQ(share("BAR001.007"), barfile(goodlines(), today));
     EXPECT_EQ(read("transcript.txt"), "");
 }
 

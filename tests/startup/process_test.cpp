@@ -50,10 +50,7 @@ TEST_F(ProcessTest, StartupWordAsksNoStoreQuestionAndAFailedServerStoreAsksWitho
     tray->waitForFinished(5000);
 
     start();
-    QElapsedTimer t;
-    t.start();
-    while (t.elapsed() < 15000 && read("transcript.txt").find("Remote Store Location Not Responding") == std::string::npos)
-        QThread::msleep(100);
+    waituntil([&] { return read("transcript.txt").find("Remote Store Location Not Responding") != std::string::npos; });
     EXPECT_NE(read("transcript.txt").find("There is a problem with the remote store folder located on '"), std::string::npos)
         << read("transcript.txt");
 }
