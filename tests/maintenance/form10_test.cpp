@@ -182,7 +182,9 @@ TEST_F(CheckScreen, AClockThatRefusesTheWriteIsCorrectedUntilTheStackRunsOut)
                                  "Out of stack space");
         EXPECT_EQ(g().timestatus, 0);
         EXPECT_NEAR(std::stod(statevalue("clockoffset")), r.offset * 60, 5);
-        if (r.type == 3) EXPECT_EQ(f.Timer1.interval(), 10000);
+        if (r.type == 3) {
+            EXPECT_EQ(f.Timer1.interval(), 10000);
+        }
         emu.reset();
     }
 }

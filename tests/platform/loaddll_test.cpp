@@ -109,7 +109,9 @@ TEST_F(LoadDllTest, LoadsOperatingSystemThenErasesAndLoadsApplication)
     std::vector<int> codes;
     for (const auto& x : events) {
         if (codes.empty() || codes.back() != x.code) codes.push_back(x.code);
-        if (x.code == loaddll::progressfirst) EXPECT_EQ(x.text, "Programming " + std::to_string(x.progress) + "%");
+        if (x.code == loaddll::progressfirst) {
+            EXPECT_EQ(x.text, "Programming " + std::to_string(x.progress) + "%");
+        }
     }
     EXPECT_EQ(codes, (std::vector<int>{loaddll::progresssecond, loaddll::progressfirst, loaddll::loadfinished}));
     EXPECT_EQ(versions(), "OS version: OS2.00 APP version: VX2.05");

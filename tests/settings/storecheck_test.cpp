@@ -232,7 +232,9 @@ TEST_F(StoreCheck, EachServerStepThatFailsShowsItsStateTextAndLights)
         EXPECT_EQ(form25().Label1.caption(), r.ipstatus);
         EXPECT_EQ(lights(), r.lights);
         for (int i = 0; i < 3; ++i)
-            if (r.lights[i] == 2) EXPECT_EQ(result(i + 2), colorbox(2)) << "the caption beside light " << i + 1;
+            if (r.lights[i] == 2) {
+                EXPECT_EQ(result(i + 2), colorbox(2)) << "the caption beside light " << i + 1;
+            }
         EXPECT_EQ(loglines().size(), before + 1u);
         EXPECT_EQ(loglines().back(), std::string("checkstorelocation: ") + r.status);
     }

@@ -176,6 +176,28 @@ TEST_F(AutomaticProcessTest, Opl972xIsTakenWhenDockedThenRestsTenTicksBeforeLine
     EXPECT_EQ(read("transcript.txt"), "");
 }
 
+TEST_F(AutomaticProcessTest, Cs1504IsTurnedOffAfterItsDownloadAndTakenAgainOnlyWhenWoken)
+{
+    setup({CS1504});
+    Emulator& scanner = dock(CS1504, threescans(CS1504));
+    start({"startup"});
+
+    ASSERT_TRUE(waitfordownloads(1)) << log();
+    const QDate today = programnow().date();
+    EXPECT_EQ(share("BAR001.007"), barfile(goodlines(), today));
+    EXPECT_EQ(held(CS1504), 0);
+
+    // Polled every fourth tick; left in its cradle, turned off, it is not taken again.
+    QThread::msleep(4500);
+    EXPECT_EQ(downloads(), 1u) << log();
+
+    // A key press wakes it in its cradle: the next poll takes it, empty.
+    scanner.signal(SIGUSR1);
+    ASSERT_TRUE(waitfordownloads(2, 1, 8000)) << log();
+    EXPECT_EQ(share("BAR001.007"), barfile(goodlines(), today));
+    EXPECT_EQ(read("transcript.txt"), "");
+}
+
 // With a lock file of Tarn's in the store, a docked OPL 972x raises the question.
 class LockQuestion : public AutomaticProcessTest, public ::testing::WithParamInterface<bool> {};
 
