@@ -277,8 +277,19 @@ std::string describe(const Entry& e)
 
 using namespace dialogs;
 
+namespace {
+std::function<void(const std::string&)>& whileopen()
+{
+    static std::function<void(const std::string&)> run;
+    return run;
+}
+}  // namespace
+
+void dialogs::setwhileopen(std::function<void(const std::string& title)> run) { whileopen() = std::move(run); }
+
 int MsgBox(const std::string& text, int flags, const std::string& title)
 {
+    if (whileopen()) whileopen()(title);
     auto& s = current();
     std::optional<int> result;
     if (!s.queue.empty()) {

@@ -13,6 +13,7 @@
 // (an input box its default text).
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -48,6 +49,9 @@ void queueinput(const std::string& text);
 // With no queued answer and no answers file: answer with the default button instead of
 // showing the box (tests and unattended runs); off by default.
 void setunattended(bool on);
+// Test seam: runs at each message box while it is up, before it is answered (what goes on
+// while a box waits for the user, such as timer ticks); the box's title is passed.
+void setwhileopen(std::function<void(const std::string& title)> run);
 const std::vector<Entry>& transcript();
 void cleartranscript();
 // Drops queued answers and rereads the [dialogs] section of platform.ini.

@@ -241,3 +241,28 @@ TEST_F(IconStateTest, TheUncalledSwitchArmsTimersOrStopsTheDownload)
 }
 
 }  // namespace
+
+namespace {
+
+TEST_F(IconStateTest, AMissingIconShowsOneRuntimeBoxAndLaterFaultsGoToTheLog)
+{
+    g().automaticactive = 1;
+    g().scannerused[1] = 1;
+    g().scannerauto[1] = 1;
+    QFile::remove(QString::fromStdString(install.root() + "/icons/vexalgrey.ico"));
+    // The box waits for its OK while the timer goes on ticking.
+    int ticksinbox = 0;
+    dialogs::setwhileopen([&ticksinbox](const std::string&) {
+        for (; ticksinbox < 3; ++ticksinbox) guarded(timer1tick);
+    });
+    guarded(timer1tick);
+    dialogs::setwhileopen(nullptr);
+    long boxes = 0;
+    for (const auto& e : dialogs::transcript()) boxes += e.title == "VEXAL Scanner Interface";
+    EXPECT_EQ(boxes, 1);
+    EXPECT_EQ(ticksinbox, 3);
+    const auto lines = loglines();
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), "Run-time error '53': File not found"), 3);
+}
+
+}  // namespace
