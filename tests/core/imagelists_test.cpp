@@ -1,5 +1,6 @@
 // The image lists: the greyed buttons are twins of the coloured ones, the balls keep their
 // states, and a sheet of all five lists goes to <build>/screens/image-lists.png.
+#include "support/testdirs.h"
 #include <QDir>
 #include <QImage>
 #include <QPainter>
@@ -52,8 +53,8 @@ TEST(ImageLists, ContactSheet)
             p.drawPixmap(left + (n - 1) * cell + 4, top + 4, lists[row]->picture(n));
     }
     p.end();
-    QDir().mkpath(VEXAL_BINARY_DIR "/screens");
-    EXPECT_TRUE(sheet.save(VEXAL_BINARY_DIR "/screens/image-lists.png"));
+    QDir().mkpath(QString(VEXAL_BINARY_DIR) + "/screens");
+    EXPECT_TRUE(sheet.save(QString(VEXAL_BINARY_DIR) + "/screens/image-lists.png"));
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // The decoder corpus: every recorded download in tests/corpus run through vexal-decode, in
 // normal and in repair running, and diffed against its golden output. scripts/regen-goldens
 // rebuilds the goldens.
+#include "support/testdirs.h"
 #include <QDir>
 #include <QProcess>
 #include <fstream>
@@ -9,8 +10,8 @@
 
 namespace {
 
-const std::string corpus = VEXAL_SOURCE_DIR "/tests/corpus";
-const std::string decoder = VEXAL_BINARY_DIR "/tools/vexal-decode/vexal-decode";
+const std::string corpus = std::string(VEXAL_SOURCE_DIR) + "/tests/corpus";
+const std::string decoder = std::string(VEXAL_BINARY_DIR) + "/tools/vexal-decode/vexal-decode";
 
 struct Recording {
     std::string mode;   // "opl" or "csp"

@@ -2,6 +2,7 @@
 // docked, lifted and docked again: what is taken when, the marks that keep a docked scanner
 // from being taken twice, the status screen and icon of a download. The lock question is
 // tested with the real program (automatic_process_test).
+#include "support/testdirs.h"
 #include <csignal>
 
 #include "core/form16.h"

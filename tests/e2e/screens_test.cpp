@@ -3,6 +3,7 @@
 // the corrupt data screen during a repair. They are taken only when VEXAL_SHOTS names a
 // folder and the program draws on X (scripts/screens-auto); otherwise the tests are skipped.
 // Each picture is checked for what it must show before it is written.
+#include "support/testdirs.h"
 #include <QDir>
 #include <QElapsedTimer>
 #include <QTimer>
@@ -65,7 +66,7 @@ protected:
         // The tray and the monitor form take their pictures from the install's icons folder.
         const QString icons = QString::fromStdString(install.host(g().homedir + "icons"));
         QDir().mkpath(icons);
-        const QDir from(VEXAL_SOURCE_DIR "/resources/icons");
+        const QDir from(QString(VEXAL_SOURCE_DIR) + "/resources/icons");
         for (const QString& f : from.entryList({"*.ico"})) QFile::copy(from.filePath(f), icons + "/" + f);
     }
     void TearDown() override

@@ -1,3 +1,4 @@
+#include "support/testdirs.h"
 #include <QProcess>
 #include <gtest/gtest.h>
 
@@ -13,7 +14,7 @@ struct ToolRun {
 ToolRun vexalini(const QStringList& args)
 {
     QProcess p;
-    p.start(VEXAL_BINARY_DIR "/tools/vexal-ini/vexal-ini", args);
+    p.start(QString(VEXAL_BINARY_DIR) + "/tools/vexal-ini/vexal-ini", args);
     p.waitForFinished(10000);
     return {p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1, p.readAllStandardOutput().toStdString(),
             p.readAllStandardError().toStdString()};

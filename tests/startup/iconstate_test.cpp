@@ -1,5 +1,6 @@
 // Timer1's icon state machine: the rows of its table, the animation, the forced red while the
 // store is down, when it stops itself, and the day test.
+#include "support/testdirs.h"
 #include <QDir>
 #include <QFile>
 

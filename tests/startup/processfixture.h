@@ -6,6 +6,7 @@
 // monotonic clock left alone so the timers keep real time); with `clockfile` the shift is
 // read from that file on every clock read, so a test can move it while the program runs.
 #pragma once
+#include "support/testdirs.h"
 
 #include <QDate>
 #include <QDateTime>

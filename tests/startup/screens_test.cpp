@@ -1,4 +1,5 @@
 // Pictures of the start-up's screens and the tray icon's states, for docs/screens/.
+#include "support/testdirs.h"
 #include <QDir>
 #include <QImage>
 #include <QPainter>

@@ -1,5 +1,6 @@
 // The tray icon, its mouse messages and menu, the display sizes, Timer4's flag file and
 // closeforms, in-process through the platform's tray interface.
+#include "support/testdirs.h"
 #include <QDir>
 #include <QFile>
 #include <QMenu>

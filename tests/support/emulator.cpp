@@ -1,4 +1,5 @@
 #include "support/emulator.h"
+#include "support/testdirs.h"
 
 #include <QElapsedTimer>
 #include <csignal>

@@ -1,5 +1,6 @@
 #include "support/screenshot.h"
 #include "support/screengrab.h"
+#include "support/testdirs.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -13,7 +14,7 @@ int drawscreen(QWidget& screen, const char* name)
     const QImage image = screen.grab().toImage();
     screen.hide();
     EXPECT_EQ(image.size(), screen.size()) << name;
-    QDir().mkpath(VEXAL_BINARY_DIR "/screens");
-    EXPECT_TRUE(image.save(QString(VEXAL_BINARY_DIR "/screens/") + name + ".png")) << name;
+    QDir().mkpath(QString(VEXAL_BINARY_DIR) + "/screens");
+    EXPECT_TRUE(image.save((QString(VEXAL_BINARY_DIR) + "/screens/") + name + ".png")) << name;
     return screengrab::colours(image);
 }

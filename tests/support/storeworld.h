@@ -2,6 +2,7 @@
 // server 127.0.0.1 whose share \\127.0.0.1\tagstore is a real folder, terminal number 007,
 // and no injected faults.
 #pragma once
+#include "support/testdirs.h"
 
 #include "pipeline/pipelinefixture.h"
 #include "platform/icmp.h"
