@@ -4,6 +4,7 @@
 #include <QStringList>
 
 #include "core/startup.h"
+#include "platform/actions.h"
 #include "platform/paths.h"
 
 int main(int argc, char** argv)
@@ -12,6 +13,8 @@ int main(int argc, char** argv)
     // The program lives in the tray: closing a screen never ends it.
     QApplication::setQuitOnLastWindowClosed(false);
     platform::initplatform(QCoreApplication::applicationDirPath().toStdString());
+    // [dialogs] actions: screen events played from a file, from the first screen on.
+    actions::start();
 
     // The command line as one text: "startup", or "swupdate..." for the scanner update.
     QStringList words = QCoreApplication::arguments().mid(1);

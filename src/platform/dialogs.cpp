@@ -116,11 +116,6 @@ State& state()
     return s;
 }
 
-std::string hostfile(const std::string& p)
-{
-    if (p.empty() || p[0] == '/') return p;
-    return platform::hostinstalldir() + "/" + p;
-}
 
 std::string settingskey()
 {
@@ -136,8 +131,8 @@ void readanswers(State& s)
     s.rules.clear();
     s.loaded = true;
     s.loadedfor = settingskey();
-    s.transcriptfile = hostfile(platform::setting("dialogs", "transcript"));
-    std::string file = hostfile(platform::setting("dialogs", "answers"));
+    s.transcriptfile = settingfile("transcript");
+    std::string file = settingfile("answers");
     s.answering = !file.empty();
     if (file.empty()) return;
     std::ifstream in(file, std::ios::binary);
@@ -254,8 +249,18 @@ void reset()
     readanswers(s);
 }
 
+std::string settingfile(const std::string& key)
+{
+    std::string p = platform::setting("dialogs", key);
+    if (p.empty() || p[0] == '/') return p;
+    return platform::hostinstalldir() + "/" + p;
+}
+
+void note(const Entry& e) { record(e); }
+
 std::string describe(const Entry& e)
 {
+    if (e.kind == "Action") return "Action \"" + e.title + "\" => " + e.answer;
     std::string out = e.kind + " \"" + oneline(e.title) + "\" \"" + oneline(e.text) + "\"";
     if (e.kind == "MsgBox") {
         std::string buttons;

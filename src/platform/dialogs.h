@@ -35,7 +35,7 @@ std::string InputBox(const std::string& prompt, const std::string& title = "",
 namespace dialogs {
 
 struct Entry {
-    std::string kind;     // "MsgBox" or "InputBox"
+    std::string kind;     // "MsgBox", "InputBox", or "Action" (platform/actions.h)
     std::string title;
     std::string text;
     int flags = 0;        // MsgBox flags; 0 for an input box
@@ -59,5 +59,11 @@ void reset();
 
 // The text of a transcript entry as written to the transcript file.
 std::string describe(const Entry& e);
+
+// Adds an entry to the transcript and its file, as a box does (the actions player).
+void note(const Entry& e);
+// The host path of a file setting of [dialogs] ("answers", "actions", "transcript"), a
+// relative one taken from the install folder; "" when it is not set.
+std::string settingfile(const std::string& key);
 
 }  // namespace dialogs
