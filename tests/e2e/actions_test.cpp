@@ -1,6 +1,7 @@
 // The main screen's other actions against emulated scanners: Read, Delete, Check, the
 // select scanner type screen with several scanners in use, the status screen during a
 // download, and the clicks of Settings, the battery caption, Help and the outstanding list.
+#include "support/testdirs.h"
 #include <QApplication>
 #include <QDir>
 #include <QEvent>
@@ -354,8 +355,8 @@ TEST_F(MainScreen, PictureAfterATransfer)
     EXPECT_EQ(activity().back(), "Data Cleared From The Scanner");
     const QImage image = form1().grab().toImage();
     EXPECT_EQ(image.size(), form1().size());
-    QDir().mkpath(VEXAL_BINARY_DIR "/screens");
-    EXPECT_TRUE(image.save(VEXAL_BINARY_DIR "/screens/form1-transfer.png"));
+    QDir().mkpath(QString(VEXAL_BINARY_DIR) + "/screens");
+    EXPECT_TRUE(image.save(QString(VEXAL_BINARY_DIR) + "/screens/form1-transfer.png"));
 }
 
 TEST_F(MainScreen, SymbolOnAutomaticIsTurnedOffAfterTheTransfer)
