@@ -1,40 +1,24 @@
 #include <QDir>
-#include <QProcess>
-#include <QTemporaryDir>
-#include <QThread>
 #include <gtest/gtest.h>
 
 #include "platform/files.h"
 #include "platform/web.h"
-#include "support/loopback.h"
+#include "support/webhost.h"
 #include "support/tempinstall.h"
 
 namespace {
 
-// The web host: Python's own HTTP server on loopback, serving a folder of support files.
+// The web host serving a folder of support files.
 struct Web : ::testing::Test {
-    QTemporaryDir site;
-    QProcess server;
-    int port = 0;
+    WebHost host;
 
     void SetUp() override
     {
-        QDir(site.path()).mkpath("support/Tagstore/support");
-        TempInstall::writefile(site.path().toStdString() + "/support/Tagstore/support/bcver", "01032024#\r\n");
-        TempInstall::writefile(site.path().toStdString() + "/support/Tagstore/support/Scanner Log Off.pdf", "%PDF-1.4");
-        port = freeport();
-        server.start("/usr/bin/python3", {"-m", "http.server", QString::number(port), "--bind", "127.0.0.1",
-                                          "--directory", site.path()});
-        ASSERT_TRUE(server.waitForStarted(5000)) << "cannot start the HTTP server";
-        for (int i = 0; i < 100 && !listening(port); ++i) QThread::msleep(30);
-        ASSERT_TRUE(listening(port)) << "the HTTP server did not come up";
+        host.put("support/Tagstore/support/bcver", "01032024#\r\n");
+        host.put("support/Tagstore/support/Scanner Log Off.pdf", "%PDF-1.4");
+        ASSERT_TRUE(host.start()) << host.error();
     }
-    void TearDown() override
-    {
-        server.kill();
-        server.waitForFinished(2000);
-    }
-    std::string base() const { return "http://127.0.0.1:" + std::to_string(port); }
+    std::string base() const { return host.base(); }
 };
 
 TEST_F(Web, FetchesIntoTheInstallFolderOrFailsLeavingTheFileAlone)

@@ -5,8 +5,6 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
-#include <QProcess>
-#include <QTemporaryDir>
 #include <QThread>
 #include <QTimer>
 #include <gtest/gtest.h>
@@ -17,8 +15,8 @@
 #include "platform/paths.h"
 #include "settings/form2.h"
 #include "support/form23.h"
-#include "support/loopback.h"
 #include "support/tempinstall.h"
+#include "support/webhost.h"
 
 namespace {
 
@@ -39,10 +37,7 @@ protected:
     }
     void TearDown() override
     {
-        if (server.state() != QProcess::NotRunning) {
-            server.kill();
-            server.waitForFinished(2000);
-        }
+        host.stop();
         form23().hide();
         form2().hide();
     }
@@ -70,15 +65,9 @@ protected:
     // The update web host, serving `package` as the driver package.
     void webhost(const std::string& package)
     {
-        QDir(site.path()).mkpath("support/Tagstore/support");
-        TempInstall::writefile(site.path().toStdString() + "/support/Tagstore/support/VexalBCDrivers.exe", package);
-        const int port = freeport();
-        server.start("/usr/bin/python3", {"-m", "http.server", QString::number(port), "--bind", "127.0.0.1",
-                                          "--directory", site.path()});
-        ASSERT_TRUE(server.waitForStarted(5000));
-        for (int i = 0; i < 100 && !listening(port); ++i) QThread::msleep(30);
-        ASSERT_TRUE(listening(port));
-        install.configure("[web]\nupdate=http://127.0.0.1:" + std::to_string(port) + "\n");
+        host.put("support/Tagstore/support/VexalBCDrivers.exe", package);
+        ASSERT_TRUE(host.start()) << host.error();
+        install.configure("[web]\nupdate=" + host.base() + "\n");
     }
 
     static std::vector<std::string> boxes()
@@ -89,8 +78,7 @@ protected:
     }
 
     TempInstall install;
-    QTemporaryDir site;
-    QProcess server;
+    WebHost host;
 };
 
 TEST_F(DriverScreen, EachTypeRunsItsInstallerWhenTheDriversAreUnpacked)
