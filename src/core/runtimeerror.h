@@ -4,6 +4,8 @@
 #pragma once
 
 #include <exception>
+#include <functional>
+#include <utility>
 
 void runtimeerror(const std::exception& e);
 
@@ -16,4 +18,23 @@ void guarded(Handler handler)
     } catch (const std::exception& e) {
         runtimeerror(e);
     }
+}
+
+// The slot form of `guarded`: connect(&control, &Control::clicked, owner, guard([this] { ... })).
+// Every slot, timer and device event is connected through it, so no fault ever unwinds into
+// the event loop. The call operator takes whatever the signal passes that the handler accepts.
+template <typename Handler>
+struct Guard {
+    Handler handler;
+    template <typename... Args>
+    auto operator()(Args&&... args) -> decltype(std::invoke(handler, std::forward<Args>(args)...), void())
+    {
+        guarded([&] { std::invoke(handler, std::forward<Args>(args)...); });
+    }
+};
+
+template <typename Handler>
+Guard<Handler> guard(Handler handler)
+{
+    return Guard<Handler>{std::move(handler)};
 }
