@@ -4,6 +4,7 @@
 #include "platform/files.h"
 #include "platform/web.h"
 #include "support/webhost.h"
+#include "support/loopback.h"
 #include "support/tempinstall.h"
 
 namespace {
