@@ -1,5 +1,6 @@
 #include "maintenance/form19.h"
 
+#include <QCloseEvent>
 #include <QCoreApplication>
 #include <QPainter>
 
@@ -74,6 +75,8 @@ Form19::Form19(QWidget* parent) : QWidget(parent)
             guard([this](int p, int code, const QString& text) { LoadDll1_Status(p, code, text); }));
     setupscreen();
 }
+
+void Form19::closeEvent(QCloseEvent* event) { event->ignore(); }
 
 void Form19::LoadDll1_Status(int progressvalue, int code, const QString& text)
 {

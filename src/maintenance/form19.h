@@ -71,6 +71,10 @@ public:
     // LoadDll1's event: only keeps what it is given.
     void LoadDll1_Status(int progressvalue, int code, const QString& text);
 
+protected:
+    // The screen offers no way out while it works: closing the window does nothing.
+    void closeEvent(class QCloseEvent* event) override;
+
 private:
     void runloaddll(const char* file);
     void cleartiles();
