@@ -1,6 +1,4 @@
 #include <QDir>
-#include <QElapsedTimer>
-#include <QTcpServer>
 #include <gtest/gtest.h>
 
 #include "platform/files.h"
@@ -65,29 +63,6 @@ TEST_F(Web, RefusedConnectionAndUnsetHostFail)
     EXPECT_EQ(web::updateaddress("/support/Tagstore/support/bcver"), "");
     EXPECT_EQ(web::supportaddress("/support/misc/vexal_viewer.exe"), "");
     EXPECT_NE(URLDownloadToFileA(nullptr, web::updateaddress("/x"), "c:\\tarnbc\\bcver"), 0);
-    EXPECT_FALSE(QFile::exists(QString::fromStdString(t.drivec() + "/tarnbc/bcver")));
-}
-
-TEST(WebTimeout, SilentHostGivesUpAfterTheTimeOut)
-{
-    QTcpServer silent;   // takes the connection and never answers
-    ASSERT_TRUE(silent.listen(QHostAddress::LocalHost));
-    const std::string url = "http://127.0.0.1:" + std::to_string(silent.serverPort()) + "/bcver";
-    const struct {
-        const char* setting;
-        long seconds;
-    } rows[] = {{"", 10}, {"timeout=2\n", 2}, {"timeout=0\n", 10}, {"timeout=soon\n", 10}, {"timeout=1\n", 1}};
-    for (const auto& r : rows) {
-        SCOPED_TRACE(r.setting);
-        TempInstall t(std::string("[web]\n") + r.setting);
-        EXPECT_EQ(web::timeout(), r.seconds);
-    }
-    TempInstall t("[web]\ntimeout=1\n");
-    QDir(QString::fromStdString(t.drivec())).mkpath("tarnbc");
-    QElapsedTimer clock;
-    clock.start();
-    EXPECT_NE(URLDownloadToFileA(nullptr, url, "c:\\tarnbc\\bcver"), 0);
-    EXPECT_LT(clock.elapsed(), 4000);
     EXPECT_FALSE(QFile::exists(QString::fromStdString(t.drivec() + "/tarnbc/bcver")));
 }
 
