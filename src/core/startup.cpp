@@ -16,6 +16,7 @@
 #include "core/trayicon.h"
 #include "delivery/checkimports.h"
 #include "delivery/listfiles.h"
+#include "maintenance/form19.h"
 #include "pipeline/autodownload.h"
 #include "pipeline/form1.h"
 #include "pipeline/reseticons.h"
@@ -39,12 +40,6 @@
 
 namespace {
 
-std::function<void()>& softwareupdaterun()
-{
-    static std::function<void()> run;
-    return run;
-}
-
 // The main screen's unload arms Timer4, so a second start can bring it back.
 class MainScreenWatch : public QObject {
 public:
@@ -60,7 +55,6 @@ void doevents() { QCoreApplication::processEvents(); }
 
 }  // namespace
 
-void setsoftwareupdaterun(std::function<void()> run) { softwareupdaterun() = std::move(run); }
 
 void connectmonitor()
 {
@@ -184,10 +178,11 @@ void form9load(const std::string& commandline)
         settingsfromfile();
         if (Left(commandline, 8) == "swupdate") {
             line = 14;
-            if (softwareupdaterun())
-                softwareupdaterun()();
-            else
-                addtologfile("Form9/Load: The scanner software update is not part of this program yet");
+            Form19& update = form19();
+            update.show();
+            update.repaint();
+            doevents();
+            update.specialrun();
             return;
         }
 

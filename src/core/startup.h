@@ -4,7 +4,6 @@
 // ports, the outstanding files, the timers and the main screen.
 #pragma once
 
-#include <functional>
 #include <string>
 
 // The whole sequence, under one handler that reports a fault with the step it reached
@@ -20,8 +19,3 @@ void connectmonitor();
 // Timer4's tick: the flag file c:\tarnbc\max.txt of a second start brings the main screen
 // up and is deleted.
 void timer4tick();
-
-// The stand-alone scanner software update of a "swupdate" start: the update screen shown
-// and refreshed, events run, its specialrun. The update screen registers it when it is
-// built; until then such a start writes a log line and stays in the tray.
-void setsoftwareupdaterun(std::function<void()> run);

@@ -7,6 +7,8 @@
 #include "core/globals.h"
 #include "core/imagelists.h"
 #include "core/logs.h"
+#include "core/runtimeerror.h"
+#include "maintenance/form19.h"
 #include "maintenance/form24.h"
 #include "maintenance/screens.h"
 #include "pipeline/form1.h"
@@ -117,8 +119,8 @@ Form10::Form10(QWidget* parent) : QWidget(parent)
     connect(&UpdateID, &PictureBox::clicked, this, &Form10::UpdateID_Click);
     connect(&IDUpdate, &Caption::clicked, this, &Form10::UpdateID_Click);
     connect(&form14(), &Form14::idchosen, this, [this] { guarded("updatescannerID", [this] { idchosen(); }); });
-    connect(&UploadSW, &PictureBox::clicked, this, &Form10::uploadsoftware);
-    connect(&SWUpload, &Caption::clicked, this, &Form10::uploadsoftware);
+    connect(&UploadSW, &PictureBox::clicked, this, guard([this] { uploadsoftware(); }));
+    connect(&SWUpload, &Caption::clicked, this, guard([this] { uploadsoftware(); }));
     connect(&Image2, &PictureBox::clicked, this, &Form10::cancelclose);
 }
 
@@ -167,9 +169,11 @@ void Form10::uploadsoftware()
         return;
     Timer1.stop();
     hide();
-    if (softwareupdate.setupscreen) softwareupdate.setupscreen();
-    if (softwareupdate.show) softwareupdate.show();
-    if (softwareupdate.uploadsoftware) softwareupdate.uploadsoftware();
+    Form19& update = form19();
+    update.standalone = false;
+    update.setupscreen();
+    update.show();
+    update.uploadsoftware();
 }
 
 void Form10::cancelclose()

@@ -6,7 +6,6 @@
 
 #include <QTimer>
 #include <QWidget>
-#include <functional>
 #include <memory>
 
 #include "core/controls.h"
@@ -49,12 +48,6 @@ public:
     bool updaterunning = false;         // refresh clicks do nothing while set
     bool closing = false;               // set by cancelclose; startfunction does nothing
 
-    // What the software update screen lends this screen for the hand-over of a software
-    // load: its setupscreen, show and uploadsoftware. Filled in by that screen.
-    struct SoftwareUpdate {
-        std::function<void()> setupscreen, show, uploadsoftware;
-    } softwareupdate;
-
     // ---- routines ----
     // Resets the display for scannertype: type caption, red type box, boxes hidden and the
     // repairs off; for the OPL 972x the battery level is read.
@@ -71,7 +64,8 @@ public:
     void updatethetime();
     // Writes the ID chosen on the select new scanner ID screen, reads it back and judges it.
     void updatescannerID();
-    // After the checks, hands the OPL 972x over to the software update screen.
+    // After the checks, hands the OPL 972x over to the software update screen, which comes
+    // back here when it is done.
     void uploadsoftware();
     // Leaves the screen for whoever opened it (callerof[10]: 2 the setup screen, otherwise
     // the main screen).

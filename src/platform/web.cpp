@@ -1,12 +1,18 @@
 #include "platform/web.h"
 
 #include <curl/curl.h>
+#include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "runtime/fault.h"
 
+// The web thread is the interface thread: a fetch holds the screens while it runs. So a
+// host that does not take the connection, or stops sending, gives up after [web] timeout
+// seconds (10 by default); a fetch that keeps receiving runs to its end.
+//
 // A fetch is all or nothing: the body is collected in memory and written to the file only
 // after the server has sent all of it with a success status, so a failed fetch or write
 // leaves the old file in place. Results besides 0: the HTTP status (404 ...) when the server refused,
@@ -77,9 +83,10 @@ long URLDownloadToFileA(void*, const std::string& url, const std::string& file, 
     curl_easy_setopt(curl, CURLOPT_URL, url.c_str());
     curl_easy_setopt(curl, CURLOPT_FOLLOWLOCATION, 1L);
     curl_easy_setopt(curl, CURLOPT_MAXREDIRS, 10L);
-    curl_easy_setopt(curl, CURLOPT_CONNECTTIMEOUT, 20L);
+    const long limit = web::timeout();
+    curl_easy_setopt(curl, CURLOPT_CONNECTTIMEOUT, limit);
     curl_easy_setopt(curl, CURLOPT_LOW_SPEED_LIMIT, 1L);
-    curl_easy_setopt(curl, CURLOPT_LOW_SPEED_TIME, 60L);
+    curl_easy_setopt(curl, CURLOPT_LOW_SPEED_TIME, limit);
     curl_easy_setopt(curl, CURLOPT_NOSIGNAL, 1L);
     curl_easy_setopt(curl, CURLOPT_WRITEFUNCTION, collect);
     curl_easy_setopt(curl, CURLOPT_WRITEDATA, &body);
@@ -93,6 +100,14 @@ long URLDownloadToFileA(void*, const std::string& url, const std::string& file, 
 }
 
 namespace web {
+long timeout()
+{
+    const std::string text = platform::setting("web", "timeout");
+    char* end = nullptr;
+    const long seconds = std::strtol(text.c_str(), &end, 10);
+    if (text.empty() || *end != '\0' || seconds < 1) return defaulttimeout;
+    return std::min(seconds, 3600L);
+}
 std::string updateaddress(const std::string& path) { return address("update", path); }
 std::string supportaddress(const std::string& path) { return address("support", path); }
 }  // namespace web

@@ -9,6 +9,10 @@ long URLDownloadToFileA(void* caller, const std::string& url, const std::string&
                         long reserved = 0, void* callback = nullptr);
 
 namespace web {
+constexpr long defaulttimeout = 10;
+// Seconds a fetch waits for the connection, and for data once connected, before it fails:
+// [web] timeout of platform.ini (1 to 3600), 10 when it is not set or not a number.
+long timeout();
 // The address of `path` on the update or support web host: the host's base from
 // platform.ini followed by the path, blanks escaped. "" when the host is not set, and a
 // fetch of "" fails quietly.

@@ -3,6 +3,7 @@
 #include <QEvent>
 
 #include "core/form9.h"
+#include "core/runtimeerror.h"
 #include "pipeline/form1.h"
 #include "pipeline/screens.h"
 #include "settings/form2.h"
@@ -41,16 +42,7 @@ frmSplash::frmSplash(QWidget* parent) : QWidget(parent, Qt::SplashScreen | Qt::F
     Frame1.installEventFilter(this);
     Timer1.setParent(this);
     Timer1.setObjectName("Timer1");
-    connect(&Timer1, &QTimer::timeout, this, [this] { timer1tick(); });
-}
-
-void frmSplash::load()
-{
-    tickcount = 0;
-    lblVersion.setcaption(std::string("Version ") + programversion + " Issue: " + programissue);
-    form1().setWindowTitle(QString::fromLatin1(maintitle().c_str()));
-    form2().setWindowTitle(QString::fromLatin1(setuptitle().c_str()));
-    setinterval(Timer1, 1000);
+    connect(&Timer1, &QTimer::timeout, this, guard([this] { timer1tick(); }));
 }
 
 void frmSplash::timer1tick()

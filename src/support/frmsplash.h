@@ -1,6 +1,7 @@
 // frmSplash: the splash screen that stands while the program starts. It shows the version,
-// gives the main and setup screens their titles, and three seconds after its load work
-// (the update check belongs here, between the titles and Timer1) tells the monitor form
+// gives the main and setup screens their titles, asks the update web host whether a newer
+// issue of the program exists (a reminder the user may put off, a stronger message past 30
+// days, or the web updater started), and three seconds later tells the monitor form
 // through splashdone that the start-up may go on.
 #pragma once
 
@@ -9,6 +10,7 @@
 #include <string>
 
 #include "core/controls.h"
+#include "runtime/vb.h"
 
 // The build's version and issue date (DDMMYYYY).
 inline constexpr const char* programversion = "4.65";
@@ -23,8 +25,12 @@ public:
     QWidget Frame1;
     QTimer Timer1;
 
-    // The load: version label, titles of the main and setup screens, then Timer1 at 1000 ms.
+    // The load: version label, titles of the main and setup screens, the update check, then
+    // Timer1 at 1000 ms. A fault around the version file is quiet; any other shows the
+    // "frmSplash: Load" box. Either way Timer1 runs, so the splash always ends.
     void load();
+
+    Int16 nagcount;   // starts still to pass with no reminder (UPDATE NAG)
     // Each tick counts; after the third the splash is done.
     void timer1tick();
     // A click on the form or Frame1 ends the splash at once.
@@ -36,6 +42,8 @@ protected:
 
 private:
     int tickcount = 0;
+    // UPDATE NAG as the number and "#", when the settings file exists.
+    void writenag();
 };
 
 frmSplash& frmsplash();

@@ -39,7 +39,6 @@ protected:
         Form10& f = form10();
         f.Timer1.stop();
         f.Text2.settext("0");
-        f.softwareupdate = {};
         Form24& t = form24();
         t.Timer1.stop();
         t.Timer2.stop();

@@ -127,6 +127,7 @@ void OplDevice::handle(const opl::Frame& f)
     case opl::cmdloadbegin: {
         long size = (long)opl::getbe32(f.payload, 0);
         if (f.payload.size() != 4 || size <= 0 || size > maximage) return answer(opl::resbadarg);
+        if (o_.refuseload) return answer(opl::resrefused);
         image_.clear();
         expected_ = size;
         answer(opl::resok);

@@ -74,6 +74,7 @@ Options parseoptions(int argc, char** argv)
         {"vanish-after-bytes", "Fault: disappear after sending N bytes.", "N"},
         {"refuse-clock", "Fault: keep the clock when it is set."},
         {"refuse-id", "Fault: keep the ID when it is set."},
+        {"refuse-load", "Fault: refuse every software load (opl)."},
         {"garbage", "Fault: answer this command with bytes that make no frame.", "COMMAND"},
         {"bad-crc", "Fault: answer this command with a bad CRC.", "COMMAND"},
         {"battery-text", "Fault: answer the battery read with this text (opl).", "TEXT"},
@@ -121,6 +122,7 @@ Options parseoptions(int argc, char** argv)
     if (p.isSet("vanish-after-bytes")) o.vanishbytes = number(p, "vanish-after-bytes", 0, 100000000);
     o.refuseclock = p.isSet("refuse-clock");
     o.refuseid = p.isSet("refuse-id");
+    o.refuseload = p.isSet("refuse-load");
     o.garbage = p.value("garbage").toStdString();
     o.badcrc = p.value("bad-crc").toStdString();
     o.batterytext = p.value("battery-text").toStdString();

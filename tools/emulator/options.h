@@ -26,6 +26,7 @@ struct Options {
     long vanishbytes = -1;        // disappear after this many bytes sent
     bool refuseclock = false;
     bool refuseid = false;
+    bool refuseload = false;      // opl: a software load is refused at its start
     std::string garbage;          // command name (or "all") answered with garbage
     std::string badcrc;           // command name (or "all") answered with a bad CRC
     std::string batterytext;      // opl: the battery answer as it stands, instead of the level
