@@ -26,7 +26,20 @@ FileOperation run(uint32_t func, const std::string& from, const std::string& to,
 
 bool fileoperationfailed(int32_t aborted, uint32_t lasterror) { return aborted != 0 || (lasterror != 0 && lasterror != 6); }
 
-Fault FileOperation::fault() const { return Fault::of((int)error); }
+Fault FileOperation::fault() const
+{
+    // The platform's own words for the errors its file operations give.
+    switch (error) {
+    case 2: return Fault(2, "The system cannot find the file specified.");
+    case 3: return Fault(3, "The system cannot find the path specified.");
+    case 5: return Fault(5, "Access is denied.");
+    case 53: return Fault(53, "The network path was not found.");
+    case 80: return Fault(80, "The file exists.");
+    case 112: return Fault(112, "There is not enough space on the disk.");
+    case 145: return Fault(145, "The directory is not empty.");
+    default: return Fault::of((int)error);
+    }
+}
 
 FileOperation copyfiles(const std::string& from, const std::string& to)
 {
