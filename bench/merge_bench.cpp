@@ -6,7 +6,9 @@
 // Counters (seconds per iteration): copydown_s from "Copying server files to PC" to the
 // lists, merge_s the merge loop, paced_s the part of it the arrow animation waits (300 ms
 // a file, the screen's own pace), copyback_s and tidy_s. KeyWrites times the 10000 key
-// writes of the merge alone, on the same files, for the share of the merge they take.
+// writes of the merge alone, on the same files, for the share of the merge they take;
+// KeyReads the 10000 reads of the local keys; Refresh one of the 20 list refreshes the
+// merge makes.
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
@@ -124,6 +126,34 @@ void BM_KeyWrites(benchmark::State& state)
     state.counters["writes"] = benchmark::Counter((double)filecount * (linecount + 1), benchmark::Counter::kIsIterationInvariant);
 }
 BENCHMARK(BM_KeyWrites)->Unit(benchmark::kMillisecond)->Iterations(3)->UseRealTime();
+
+// The merge's key reads alone: the 500 keys of each of the 20 local files, each through the
+// profile call with its 50-character buffer.
+void BM_KeyReads(benchmark::State& state)
+{
+    arrange();
+    for (auto _ : state) {
+        for (int i = 1; i <= filecount; ++i) {
+            const std::string file = "c:\\tarnbc\\BAR" + Format(i, "000") + ".INI";
+            const std::string section = "000000" + std::to_string(100 + i);
+            for (int k = 1; k <= linecount; ++k) benchmark::DoNotOptimize(formats::readvalue(file, section, Format(k, "000")));
+        }
+    }
+}
+BENCHMARK(BM_KeyReads)->Unit(benchmark::kMillisecond)->Iterations(3)->UseRealTime();
+
+// One refresh of the lists as the merge runs it after each file (filllists(0)): the store
+// check and the master file check on the share, and both lists read from the files.
+void BM_Refresh(benchmark::State& state)
+{
+    arrange();
+    g().pressedop = 1;
+    g().callerof[20] = 9;
+    opentransferscreen();
+    for (auto _ : state) form20().filllists(0);
+    form20().hide();
+}
+BENCHMARK(BM_Refresh)->Unit(benchmark::kMillisecond)->Iterations(10)->UseRealTime();
 
 }  // namespace
 
