@@ -159,6 +159,13 @@ Form20& form20()
 void opentransferscreen()
 {
     Form20& f = form20();
+    // The tray menu can be reached while a transfer waits on its animation: that transfer
+    // keeps its screen and its work folder as they are.
+    if (f.transferring()) {
+        f.show();
+        f.raise();
+        return;
+    }
     f.List3.clear();
     f.setupscreen();
     QCoreApplication::processEvents();

@@ -76,5 +76,6 @@ Form20& form20();
 // The opening of the transfer screen shared by the outstanding list's double click, the
 // tray's Transfer Batch and the exit with data held locally (callerof[20] set by the
 // caller): List3 cleared, setupscreen, events run, the main screen hidden, the transfer
-// screen shown and refreshed, its startup.
+// screen shown and refreshed, its startup. While a transfer runs it only brings the screen
+// forward.
 void opentransferscreen();
