@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QStringList>
 
+#include "core/form9.h"
 #include "core/startup.h"
 #include "platform/actions.h"
 #include "platform/paths.h"
@@ -18,6 +19,9 @@ int main(int argc, char** argv)
 
     // The command line as one text: "startup", or "swupdate..." for the scanner update.
     QStringList words = QCoreApplication::arguments().mid(1);
+    // The tray menu's entries wait for the end of the load sequence before they are played.
+    form9().setProperty("loading", true);
     form9load(words.join(' ').toStdString());
+    form9().setProperty("loading", false);
     return app.exec();
 }

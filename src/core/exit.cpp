@@ -7,6 +7,7 @@
 #include "core/globals.h"
 #include "core/logs.h"
 #include "core/trayicon.h"
+#include "delivery/form20.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
 #include "platform/instance.h"
@@ -14,12 +15,6 @@
 #include "runtime/vb.h"
 
 namespace {
-
-std::function<void()>& transferscreen()
-{
-    static std::function<void()> open;
-    return open;
-}
 
 std::function<void()>& processend()
 {
@@ -56,17 +51,6 @@ void closeforms()
 }
 
 void fullexit() { closeforms(); }
-
-void opentransferscreen()
-{
-    if (transferscreen()) {
-        transferscreen()();
-        return;
-    }
-    addtologfile("opentransferscreen: The transfer screen is not part of this program yet");
-}
-
-void settransferscreen(std::function<void()> open) { transferscreen() = std::move(open); }
 
 void endprocess()
 {

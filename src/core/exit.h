@@ -11,13 +11,6 @@ void closeforms();
 // The same as closeforms.
 void fullexit();
 
-// The transfer screen's opening as the tray menu and closeforms do it: List3 cleared, its
-// setupscreen, events run, the main screen hidden, the transfer screen shown and refreshed,
-// its startup. The transfer screen registers this when it is built; until then the call
-// only writes a log line and changes nothing.
-void opentransferscreen();
-void settransferscreen(std::function<void()> open);
-
 // Ends the process at once (no handler of any screen runs). Test seam: `end` replaces the
 // ending; an empty function restores it.
 [[noreturn]] void endprocess();

@@ -7,6 +7,8 @@
 #include "core/exit.h"
 #include "core/form9.h"
 #include "core/globals.h"
+#include "core/runtimeerror.h"
+#include "delivery/form20.h"
 #include "delivery/listfiles.h"
 #include "pipeline/form1.h"
 #include "pipeline/reseticons.h"
@@ -114,9 +116,9 @@ void mnuExitclick()
 void connecttraymenu()
 {
     Form9& f = form9();
-    QObject::connect(&f.mnuMain, &QAction::triggered, &f, [] { mnuMainclick(); });
-    QObject::connect(&f.mnuSetup, &QAction::triggered, &f, [] { mnuSetupclick(); });
-    QObject::connect(&f.mnuTransfer, &QAction::triggered, &f, [] { mnuTransferclick(); });
-    QObject::connect(&f.mnuDisplay, &QAction::triggered, &f, [] { mnuDisplayclick(); });
-    QObject::connect(&f.mnuExit, &QAction::triggered, &f, [] { mnuExitclick(); });
+    QObject::connect(&f.mnuMain, &QAction::triggered, &f, guard(&mnuMainclick));
+    QObject::connect(&f.mnuSetup, &QAction::triggered, &f, guard(&mnuSetupclick));
+    QObject::connect(&f.mnuTransfer, &QAction::triggered, &f, guard(&mnuTransferclick));
+    QObject::connect(&f.mnuDisplay, &QAction::triggered, &f, guard(&mnuDisplayclick));
+    QObject::connect(&f.mnuExit, &QAction::triggered, &f, guard(&mnuExitclick));
 }

@@ -3,6 +3,7 @@
 #include "core/globals.h"
 #include "core/logs.h"
 #include "delivery/checkbarcodeini.h"
+#include "delivery/filerow.h"
 #include "pipeline/form1.h"
 #include "pipeline/formats.h"
 #include "pipeline/reseticons.h"
@@ -28,17 +29,6 @@ void listexports(ListBox& list)
     }
     list.additem("File(s) Waiting To Be Emailed:");
     for (const auto& name : names) list.additem(name);
-}
-
-// "BAR001   Scanner 123   012 Lines": the file's number, the scanner from its first line
-// and the count of key 000 of the section that line names.
-std::string barrow(long i, const std::string& file)
-{
-    files::TextReader in(file);
-    const std::string line = in.lineinput();
-    const long lines = CInt(Left(formats::readvalue(file, Mid(line, 2, 9), "000"), 3));
-    return "BAR" + Format(i, "000") + "   Scanner " + Mid(line, 8, 3) + "   " + Format(lines, "000") +
-           (lines == 1 ? " Line" : " Lines");
 }
 
 }  // namespace
@@ -70,7 +60,10 @@ void listfiles()
         if (s.savetype == 2) f.List1.additem("Batched Files Currently On PC:");
 
         n = 5;
-        for (long i = 1; i <= count; ++i) f.List1.additem(barrow(i, formats::barfile(place, i)));
+        for (long i = 1; i <= count; ++i) {
+            long lines = 0;
+            f.List1.additem(filerow(i, formats::barfile(place, i), lines));
+        }
         if (count == 0) {
             if (s.savetype == 1 && s.storedown == 1) f.List1.additem("No Outstanding Temporary Data");
             else if (s.savetype == 2) f.List1.additem("No Outstanding Batched Data");

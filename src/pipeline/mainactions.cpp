@@ -7,6 +7,8 @@
 #include "core/globals.h"
 #include "core/imagelists.h"
 #include "core/logs.h"
+#include "core/runtimeerror.h"
+#include "delivery/outstanding.h"
 #include "maintenance/form10.h"
 #include "maintenance/form24.h"
 #include "maintenance/screens.h"
@@ -298,8 +300,8 @@ void wireform1(Form1& f)
 {
     installsessioncloser();
     const auto both = [&f](PictureBox& picture, Caption& caption, void (*routine)()) {
-        QObject::connect(&picture, &PictureBox::clicked, &f, routine);
-        QObject::connect(&caption, &Caption::clicked, &f, routine);
+        QObject::connect(&picture, &PictureBox::clicked, &f, guard(routine));
+        QObject::connect(&caption, &Caption::clicked, &f, guard(routine));
     };
     both(f.Check, f.CheckLabel, &runcheck);
     both(f.Transfer, f.TransferLabel, &runtransfer);
@@ -308,10 +310,14 @@ void wireform1(Form1& f)
     both(f.Settings, f.SettingsLabel, &runsetup);
     QObject::connect(&f.Status, &PictureBox::clicked, &f, &statusclick);
     QObject::connect(&f.Label1, &Caption::clicked, &f, [] { form24().opentimer(); });
-    // Help and the outstanding list's double click ask the guard question; the help menu
-    // and the delivery of outstanding files that follow it are wired by their own screens.
-    const auto guard = [] { operationrunning(); };
-    QObject::connect(&f.Help, &PictureBox::clicked, &f, guard);
-    QObject::connect(&f.HelpLabel, &Caption::clicked, &f, guard);
-    QObject::connect(&f.List1, &ListBox::doubleclicked, &f, guard);
+    // Help and the outstanding list's double click ask the guard question once, then go on.
+    QObject::connect(&f.Help, &PictureBox::clicked, &f, guard(&helpclick));
+    QObject::connect(&f.HelpLabel, &Caption::clicked, &f, guard(&helpclick));
+    QObject::connect(&f.List1, &ListBox::doubleclicked, &f, guard(&outstandingdblclick));
+}
+
+void helpclick()
+{
+    if (operationrunning()) return;
+    // The help menu opens here.
 }

@@ -22,6 +22,8 @@ void runsetup();
 // pressedop is set. True when the user says an operation is running (stop there); on No
 // both flags are cleared.
 bool operationrunning();
+// Help and its caption: the guard question, then the help menu.
+void helpclick();
 
 // Connects the main screen's clicks to their routines and installs the pipeline's session
 // closer; done once, when the screen is made.

@@ -72,8 +72,13 @@ QWidget* screennamed(const std::string& name)
     return nullptr;
 }
 
-// The monitor form is never shown; its tray menu entries are there whenever the program is.
-bool shown(const QWidget* screen) { return screen->isVisible() || screen->objectName() == "Form9"; }
+// The monitor form is never shown; its tray menu entries are there once its load sequence
+// has ended (while it runs, the property "loading" is set), so an entry is not chosen
+// before the settings it acts on are read.
+bool shown(const QWidget* screen)
+{
+    return screen->isVisible() || (screen->objectName() == "Form9" && !screen->property("loading").toBool());
+}
 
 // The control of an action if its screen is shown and the control is enabled, else null.
 QObject* ready(const Action& a)

@@ -8,7 +8,8 @@
 // Form18.HelpLabel(0); a menu entry of the tray is a control of the monitor form, as
 // Form9.mnuTransfer. For a list the argument is the row to select first, counted from 0.
 // `#` starts a comment. Each event waits until its screen is shown (the monitor form, never
-// shown, counts as shown for its menu entries) and its control is enabled, at most 60 s;
+// shown, counts as shown for its menu entries once its load sequence has ended) and its
+// control is enabled, at most 60 s;
 // then the player stops and says so on standard error and in the transcript. Every event
 // played is written to the transcript as an "Action" entry. A file with a line that cannot
 // be read plays nothing. A relative path is taken from the install folder.

@@ -57,7 +57,9 @@ SmbServer::SmbServer()
     whynot_ = "smbd did not listen on port " + std::to_string(port) + ": " + out.readAll().right(400).toStdString();
 }
 
-SmbServer::~SmbServer()
+SmbServer::~SmbServer() { stop(); }
+
+void SmbServer::stop()
 {
     if (smbd_.state() != QProcess::NotRunning) {
         smbd_.terminate();

@@ -12,6 +12,8 @@ public:
     ~SmbServer();
 
     bool running() const { return port_ != 0; }
+    // Stops the server and the processes it started for its clients: the share is gone.
+    void stop();
     std::string whynot() const { return whynot_; }   // why it did not start
     int port() const { return port_; }
     std::string folder() const;                      // host folder behind \\127.0.0.1\tagstore
