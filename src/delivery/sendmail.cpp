@@ -60,7 +60,13 @@ void sendmail(const std::string& recipient, const std::string& subject, const st
         testfile = true;
     }
 
-    message.Send(false);
+    try {
+        message.Send(false);
+    } catch (const std::exception&) {
+        // The made test file holds no data: it does not stay behind to go with a later mail.
+        if (testfile) files::DeleteFileA(exports + "test");
+        throw;
+    }
     session.SignOff();
 
     if (testfile) files::removefile(exports + "test");

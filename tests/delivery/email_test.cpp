@@ -119,12 +119,12 @@ TEST_F(Email, AFailedSendReachesTheCallerAndKeepsTheFiles)
     }
     EXPECT_TRUE(server.mails().empty());
 
-    // With nothing waiting the made "test" file stays after a failed send, as the clean-up
-    // comes after the send.
+    // With nothing waiting, the made "test" file does not outlive a failed send: it would go
+    // with the next mail as if it were data.
     files::removefile(exports + "export_123_2007391457.txt");
     install.configure(cases[0].mailini);
     EXPECT_EQ(faultof([] { sendmail("ho@example.com", "S", "N", "L"); }), mail::networkfailure);
-    EXPECT_EQ(exported(), std::vector<std::string>{"test"});
+    EXPECT_TRUE(exported().empty());
 }
 
 TEST_F(Email, EmaildatafilesAsksSendsAndReports)
@@ -191,6 +191,17 @@ TEST_F(Email, SetupTestMailGoesToTheAddressBoxAndLeavesTheFolder)
     EXPECT_EQ(names(mails[0]), std::vector<std::string>{"test"});
     EXPECT_TRUE(files::isfolder("C:\\TARNBC\\EXPORTS"));
     EXPECT_TRUE(exported().empty());
+
+    // The button and its caption: with no server the event's runtime box says why.
+    emit form2().Label2.clicked();
+    EXPECT_EQ(server.mails().size(), 2u);
+    server.stop();
+    emit form2().ServerTest[0].clicked();
+    const auto box = boxes("VEXAL Scanner Interface");
+    ASSERT_EQ(box.size(), 1u);
+    EXPECT_EQ(box[0].text, "Run-time error '32023':\r\n\r\nCould not connect to the mail server 127.0.0.1:" +
+                               std::to_string(server.port()));
+    EXPECT_TRUE(exported().empty()) << "the made test file does not outlive a failed send";
 }
 
 // ---- head office: the import ----------------------------------------------------------
