@@ -1,4 +1,6 @@
 #include <QDir>
+#include <QTcpServer>
+#include <QTimer>
 
 #include "core/form9.h"
 #include "delivery/checkimports.h"
@@ -10,6 +12,7 @@
 #include "settings/form3.h"
 #include "setfiles.h"
 #include "support/loopback.h"
+#include "support/screenshot.h"
 #include "support/smtpserver.h"
 
 namespace {
@@ -204,6 +207,32 @@ TEST_F(Email, SetupTestMailGoesToTheAddressBoxAndLeavesTheFolder)
     EXPECT_TRUE(exported().empty()) << "the made test file does not outlive a failed send";
 }
 
+// The screens keep drawing while a mail waits for its server: the main screen is drawn
+// then, and the server that never answered goes away.
+TEST_F(Email, MainScreenWhileTheMailWaits)
+{
+    QTcpServer silent;
+    ASSERT_TRUE(silent.listen(QHostAddress::LocalHost));
+    install.configure("[mail]\nserver=smtp://127.0.0.1:" + std::to_string(silent.serverPort()) + "\n");
+    put(exports + "export_123_2007391457.txt", rawlines(2));
+    Form1& f = form1();
+    for (const char* row : {"Reading Data From Scanner 123", "Scanner Belongs To : Unknown", "Processing Data",
+                            "2 Valid Lines Available For Export"})
+        f.List2.additem(row);
+    listfiles();
+    f.Label3.setcaption("ID: 123 Date: 1405 090307");
+    int colours = 0;
+    QTimer::singleShot(300, [&] {
+        colours = drawscreen(f, "Form1-mail-waiting");
+        silent.close();
+        delete silent.nextPendingConnection();
+    });
+    dialogs::queueanswer(vbYes);
+    EXPECT_EQ(faultof([] { emaildatafiles(); }), mail::networkfailure);
+    EXPECT_GT(colours, 8) << "drawn while the mail waited";
+    EXPECT_EQ(exported().size(), 1u);
+}
+
 // ---- head office: the import ----------------------------------------------------------
 
 class Import : public Email {
@@ -225,6 +254,7 @@ protected:
 TEST_F(Import, IconFollowsTheFolder)
 {
     Form1& f = form1();
+    listfiles();
     checkimports();
     EXPECT_TRUE(f.ImportIcon[0].isHidden());
     const int wide = f.Label2.width();
@@ -233,6 +263,7 @@ TEST_F(Import, IconFollowsTheFolder)
     EXPECT_FALSE(f.ImportIcon[0].isHidden());
     EXPECT_LT(f.Label2.width(), wide);
     const int narrow = f.ListFileBox[0].width();
+    EXPECT_GT(drawscreen(f, "Form1-import-icon"), 8);
     checkimports();
     EXPECT_EQ(f.ListFileBox[0].width(), narrow) << "nothing changed, nothing moved";
 
