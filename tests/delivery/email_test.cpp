@@ -1,4 +1,5 @@
 #include <QDir>
+#include <random>
 #include <QTcpServer>
 #include <QTimer>
 
@@ -394,6 +395,51 @@ TEST_F(Import, ShortNameGivesTheDigitsItHas)
     processemails();
     EXPECT_TRUE(waiting().empty());
     EXPECT_NE(get(localbar(1)).find("[000000067]"), std::string::npos);
+}
+
+// Random import files: mutated good lines, empty lines, stray bytes and line ends. The
+// import never lets a fault out, never stops in its own handler for a file with a numeric
+// ID, and a file is either gone with its lines stored or still there with the reason said.
+TEST_F(Import, RandomFilesAreStoredOrKept)
+{
+    std::mt19937 rng(20070309u);
+    auto below = [&](int n) { return std::uniform_int_distribution<int>(0, n - 1)(rng); };
+    long kept = 0, stored = 0;
+    for (int round = 0; round < 300; ++round) {
+        std::string bytes;
+        for (int n = below(12); n > 0; --n) {
+            std::string line = below(5) == 0 ? std::string() : rawlines(1, below(300));
+            for (int m = below(3); m > 0; --m) {
+                const int at = below((int)line.size() + 1);
+                const char c = below(4) == 0 ? "\r\n,\xff"[below(4)] : (char)below(256);
+                if (below(2)) line.insert(line.begin() + at, c);
+                else if (at < (int)line.size()) line.erase(at, 1);
+            }
+            bytes += line;
+            if (line.empty() || line.back() != '\n') bytes += "\r\n";
+        }
+        const std::string name = "export_" + Format((long long)below(1000), "000") + "_" + std::to_string(round) + ".txt";
+        put(imports + name, bytes);
+        resetglobals();
+        g().homedir = platform::installfolder;
+        dialogs::cleartranscript();
+        form1().List2.clear();
+        dialogs::queueanswer(vbYes);
+        ASSERT_NO_THROW(processemails()) << name;
+        ASSERT_TRUE(boxes("Error In Function processemails").empty()) << name;
+        ASSERT_EQ(g().importbusy, 0);
+        const auto rows = items(form1().List2);
+        if (has(imports + name)) {
+            ++kept;
+            EXPECT_EQ(rows.back(), "Import file " + name + " kept due to possible error!");
+            files::removefile(imports + name);
+        } else {
+            ++stored;
+            EXPECT_TRUE(boxes("Error While Processing Data").empty()) << name;
+        }
+    }
+    EXPECT_GT(stored, 100);
+    EXPECT_GT(kept, 10);
 }
 
 }  // namespace
