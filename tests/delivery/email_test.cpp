@@ -1,6 +1,7 @@
 #include <QDir>
 #include <random>
 #include <QTcpServer>
+#include <QTcpSocket>
 #include <QTimer>
 
 #include "core/form9.h"
@@ -378,7 +379,9 @@ TEST_F(Import, BadFilesEndAtTheirMarkerAndStayInTheFolder)
             EXPECT_TRUE(logged("Function processemails() : Line " + std::to_string(c.marker) + " " + c.error));
             // The handler leaves the flags: nothing more runs until a restart.
             EXPECT_EQ(g().importbusy, 1);
-            if (c.marker > 3) EXPECT_EQ(g().runmode, 1);
+            if (c.marker > 3) {
+                EXPECT_EQ(g().runmode, 1);
+            }
         } else {
             EXPECT_TRUE(boxes("Error In Function processemails").empty());
             EXPECT_EQ(g().importbusy, 0);
