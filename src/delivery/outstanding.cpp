@@ -2,6 +2,7 @@
 
 #include "core/globals.h"
 #include "core/logs.h"
+#include "delivery/emaildatafiles.h"
 #include "delivery/form20.h"
 #include "pipeline/formats.h"
 #include "pipeline/mainactions.h"
@@ -15,11 +16,8 @@ void outstandingdblclick()
     try {
         if (operationrunning()) return;
 
-        // ---- Email mode: the mail of the files waiting in c:\tarnbc\exports. ----
-        // The call `if (emailfromlist()) return;` (delivery/emaildatafiles.h) belongs on the
-        // line below, in place of the stop that holds Email mode off the transfer screen.
-        if (s.savetype == 3) return;
-        // ---- end of Email mode ----
+        // Email mode mails the files waiting in c:\tarnbc\exports instead.
+        if (emailfromlist()) return;
 
         if (s.savetype == 0) return;
         const std::string master = formats::masterfile(formats::Place::local);

@@ -9,6 +9,7 @@
 #include "core/logs.h"
 #include "core/runtimeerror.h"
 #include "delivery/outstanding.h"
+#include "delivery/processemails.h"
 #include "maintenance/form10.h"
 #include "maintenance/form24.h"
 #include "maintenance/screens.h"
@@ -310,6 +311,8 @@ void wireform1(Form1& f)
     both(f.Settings, f.SettingsLabel, &runsetup);
     QObject::connect(&f.Status, &PictureBox::clicked, &f, &statusclick);
     QObject::connect(&f.Label1, &Caption::clicked, &f, [] { form24().opentimer(); });
+    QObject::connect(&f.ImportIcon[0], &PictureBox::clicked, &f, guard(importclick));
+    QObject::connect(&f.Label2, &Caption::clicked, &f, guard(importclick));
     // Help and the outstanding list's double click ask the guard question once, then go on.
     QObject::connect(&f.Help, &PictureBox::clicked, &f, guard(&helpclick));
     QObject::connect(&f.HelpLabel, &Caption::clicked, &f, guard(&helpclick));

@@ -7,7 +7,8 @@
 //   [ports]   COM1=<device path> .. COM16=       default: the port does not exist
 //   [shares]  \\host\share=<mounted folder>      default: reached over SMB
 //   [smb]     user, password, workgroup          default: guest
-//   [mail]    server, from, user, password       default: smtp://localhost:25
+//   [mail]    server, from, user, password, tls, cafile, support (see mail.h)
+//                                                default: smtp://localhost:25
 //   [web]     update, support                    default: empty, every fetch fails
 //   [dialogs] answers, transcript                default: none
 // The install folder itself is mapped to the real folder of the program file wherever
