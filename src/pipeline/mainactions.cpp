@@ -7,6 +7,7 @@
 #include "core/globals.h"
 #include "core/imagelists.h"
 #include "core/logs.h"
+#include "core/runtimeerror.h"
 #include "maintenance/form10.h"
 #include "maintenance/form24.h"
 #include "maintenance/screens.h"
@@ -26,6 +27,8 @@
 #include "settings/checkfitterfile.h"
 #include "settings/form2.h"
 #include "settings/storecheck.h"
+#include "support/form18.h"
+#include "support/helptools.h"
 
 namespace {
 
@@ -308,10 +311,13 @@ void wireform1(Form1& f)
     both(f.Settings, f.SettingsLabel, &runsetup);
     QObject::connect(&f.Status, &PictureBox::clicked, &f, &statusclick);
     QObject::connect(&f.Label1, &Caption::clicked, &f, [] { form24().opentimer(); });
-    // Help and the outstanding list's double click ask the guard question; the help menu
-    // and the delivery of outstanding files that follow it are wired by their own screens.
-    const auto guard = [] { operationrunning(); };
-    QObject::connect(&f.Help, &PictureBox::clicked, &f, guard);
-    QObject::connect(&f.HelpLabel, &Caption::clicked, &f, guard);
-    QObject::connect(&f.List1, &ListBox::doubleclicked, &f, guard);
+    // Help and the outstanding list's double click ask the guard question first; the
+    // delivery of outstanding files that follows it is wired by its own screen.
+    const auto help = [] {
+        if (!operationrunning()) openhelpmenu(1);
+    };
+    QObject::connect(&f.Help, &PictureBox::clicked, &f, guard(help));
+    QObject::connect(&f.HelpLabel, &Caption::clicked, &f, guard(help));
+    QObject::connect(&f.List1, &ListBox::doubleclicked, &f, guard([] { operationrunning(); }));
+    QObject::connect(&f.Support, &PictureBox::clicked, &f, guard(runsupportviewer));
 }
