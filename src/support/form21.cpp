@@ -35,7 +35,7 @@ Form21::Form21(QWidget* parent) : QWidget(parent)
 {
     setObjectName("Form21");
     setWindowTitle("Support Email Details");
-    setFixedSize(twips(7560), twips(4440));
+    setFixedSize(twips(7560), twips(3900));
 
     place(Label3, this, "Label3", 240, 180, 7080, 300);
     place(Label1, this, "Label1", 240, 660, 1320, 300);

@@ -175,7 +175,7 @@ TEST_F(DataLog, RestoreWritesAFreshFileOfTheSetByteForByte)
         g().storedown = p.storedown;
         // The second download was appended to keys 004 and 005: it comes back as 001 and 002
         // with a header counting two.
-        choose(1, "ENTRY: Scanner 000456");
+        choose(0, "ENTRY: Scanner 000456");
         dialogs::cleartranscript();
         dialogs::queueanswer(vbYes);
         emit form26().Label4[0].clicked();
@@ -197,7 +197,7 @@ TEST_F(DataLog, ThreeLinesKeepTheirLoggedHeaderAndTheSetGrowsAboveOtherScanners)
     put(localbar(1), barof("111", 1));
     put(localbar(2), barof("222", 3));
     put(localbar(3), "left over from an earlier restore");
-    choose(1, "ENTRY: Scanner 000789");
+    choose(0, "ENTRY: Scanner 000789");
     ASSERT_EQ(form26().restorecount, 3);
     dialogs::queueanswer(vbYes);
     emit form26().List3.itemClicked(form26().List3.item(1));   // a click on a line restores, as the button does
@@ -247,7 +247,7 @@ TEST_F(DataLog, RefusalsWriteNothing)
         SCOPED_TRACE(row.box);
         g().savetype = row.savetype;
         g().storedown = row.storedown;
-        choose(1, row.entry);
+        choose(0, row.entry);
         dialogs::cleartranscript();
         dialogs::queueanswer(row.answer);
         f.dodatarestore();
@@ -258,7 +258,7 @@ TEST_F(DataLog, RefusalsWriteNothing)
 
     // A count left from an earlier download, with nothing of it on the screen.
     g().savetype = 0;
-    choose(1, "ENTRY: Scanner 000123");
+    choose(0, "ENTRY: Scanner 000123");
     f.List3.clear();
     f.List3.additem("Please select from downloads");
     f.dodatarestore();
@@ -278,7 +278,7 @@ TEST_F(DataLog, MasterFileFaultsAndAFailedWriteLeaveTheSetAsItWas)
     Form26& f = form26();
     for (const std::string master : {"[FILES]\r\nFILES=\r\n", "[FILES]\r\nFILES=abc\r\n"}) {
         put(localmaster, master);
-        choose(1, "ENTRY: Scanner 000123");
+        choose(0, "ENTRY: Scanner 000123");
         dialogs::queueanswer(vbYes);
         f.dodatarestore();
         EXPECT_EQ(lastbox(), fault13);
@@ -289,7 +289,7 @@ TEST_F(DataLog, MasterFileFaultsAndAFailedWriteLeaveTheSetAsItWas)
 
     // The disk fills after the section and header: those stay, outside the set.
     put(localmaster, masterbytes("000"));
-    choose(1, "ENTRY: Scanner 000123");
+    choose(0, "ENTRY: Scanner 000123");
     dialogs::queueanswer(vbYes);
     files::inject::failwriteafter(1);
     f.dodatarestore();

@@ -1,6 +1,7 @@
 // The help menu: the way in from the main and setup screens and the way back, each entry,
 // and the tools behind them (the desktop's opener, the start-up entry, the web updater
 // and the support viewer), with the web host and the opener that this PC really has.
+#include "support/testdirs.h"
 #include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
@@ -188,7 +189,9 @@ TEST_F(HelpMenu, ScreenEntriesHideTheMenuAndComeBackToIt)
         emit menu.HelpLabel[row.index].clicked();
         EXPECT_TRUE(menu.isHidden());
         EXPECT_TRUE(row.screen->isVisible());
-        if (row.caller) EXPECT_EQ(g().callerof[row.caller], row.value);
+        if (row.caller) {
+            EXPECT_EQ(g().callerof[row.caller], row.value);
+        }
         row.back();
         EXPECT_TRUE(row.screen->isHidden());
         // The status screen goes back by helpreturn itself; the others come to the menu.
