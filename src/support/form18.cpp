@@ -131,12 +131,8 @@ Int16& helpreturn() { return g().callerof[18]; }
 void openhelpmenu(int from)
 {
     helpreturn() = from;
-    if (from == 1) {
-        g().pressedop = 1;
-        form1().hide();
-    } else {
-        form2().hide();
-    }
+    if (from == 1) form1().hide();
+    else form2().hide();
     form18().show();
 }
 

@@ -32,8 +32,7 @@ Form18& form18();
 Int16& helpreturn();
 
 // Opens the help menu from the main screen (1) or the setup screen (2): that screen hides
-// and the menu shows. From the main screen the menu holds the buttons (pressedop 1) until
-// the way back clears them.
+// and the menu shows.
 void openhelpmenu(int from);
 // Goes back to the screen the menu was opened from, without the menu: the main screen
 // with its button state cleared, or the setup screen.
