@@ -10,6 +10,8 @@
 #include <QWidget>
 #include <string>
 
+#include "platform/mail.h"
+
 class Form9 : public QWidget {
     Q_OBJECT
 public:
@@ -30,6 +32,10 @@ public:
     QAction mnuTransfer;        // tray menu "&Transfer Batch"
     QAction mnuDisplay;         // "&Display Size"
     QAction mnuExit;            // "Exit"
+
+    // The mail controls: data mails to head office and support mails.
+    MAPISession MAPISession1;
+    MAPIMessages MAPIMessages1;
 
     // The picture box that receives the tray icon's mouse messages.
     QWidget picHook;

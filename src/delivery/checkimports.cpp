@@ -17,6 +17,12 @@ void setlistwidth(int units)
 
 }  // namespace
 
+void showimporticon(bool show)
+{
+    setlistwidth(show ? 2655 : 3375);
+    form1().ImportIcon[0].setVisible(show);
+}
+
 void checkimports()
 {
     if (g().importbusy == 1) return;
@@ -27,12 +33,7 @@ void checkimports()
     Form1& f = form1();
     // The icon's own visibility flag: it counts while the main screen is hidden too.
     const bool shown = !f.ImportIcon[0].isHidden();
-    if (count > 0 && !shown) {
-        setlistwidth(2655);
-        f.ImportIcon[0].show();
-    } else if (count == 0 && shown) {
-        setlistwidth(3375);
-        f.ImportIcon[0].hide();
-    }
+    if (count > 0 && !shown) showimporticon(true);
+    else if (count == 0 && shown) showimporticon(false);
     g().importbusy = 0;
 }

@@ -6,3 +6,7 @@
 // to 2655) when files are there, or hides it (back to 3375) when none are. Does nothing
 // while importbusy is 1, or when the icon already shows the right state.
 void checkimports();
+
+// Shows ImportIcon(0) with List1's frame and caption shrunk to 2655, or hides it with them
+// back at 3375.
+void showimporticon(bool show);

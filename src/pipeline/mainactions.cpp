@@ -8,6 +8,7 @@
 #include "core/imagelists.h"
 #include "core/logs.h"
 #include "core/runtimeerror.h"
+#include "delivery/processemails.h"
 #include "maintenance/form10.h"
 #include "maintenance/form24.h"
 #include "maintenance/screens.h"
@@ -311,6 +312,8 @@ void wireform1(Form1& f)
     both(f.Settings, f.SettingsLabel, &runsetup);
     QObject::connect(&f.Status, &PictureBox::clicked, &f, &statusclick);
     QObject::connect(&f.Label1, &Caption::clicked, &f, [] { form24().opentimer(); });
+    QObject::connect(&f.ImportIcon[0], &PictureBox::clicked, &f, guard(importclick));
+    QObject::connect(&f.Label2, &Caption::clicked, &f, guard(importclick));
     // Help and the outstanding list's double click ask the guard question first; the
     // delivery of outstanding files that follows it is wired by its own screen.
     const auto help = [] {

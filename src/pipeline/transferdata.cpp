@@ -4,18 +4,37 @@
 
 #include "core/globals.h"
 #include "core/logs.h"
+#include "delivery/emaildatafiles.h"
 #include "pipeline/deletedata.h"
 #include "pipeline/form1.h"
+#include "pipeline/formats.h"
 #include "pipeline/readdata.h"
 #include "pipeline/reseticons.h"
 #include "pipeline/savetoinifile.h"
 #include "pipeline/screens.h"
+#include "platform/clock.h"
 #include "platform/csp2.h"
 #include "platform/dialogs.h"
+#include "platform/files.h"
 
 namespace {
 
 void say(const std::string& text) { form1().List2.additem(text); }
+
+// Email mode: the raw download file becomes an export file, and the question to mail it
+// follows. The copy is made beside the folder and then put in, so the folder never holds a
+// part of a file that a mail could carry off.
+void exportforemail()
+{
+    Globals& s = g();
+    if (!files::isfolder(formats::exportfolder)) files::makefolder(formats::exportfolder);
+    const std::string target = formats::exportfile(s.scannerid, platform::clock::now());
+    const std::string partial = std::string(formats::localfolder) + "export.part";
+    files::copyfile(formats::rawfile(s.scannerid), partial);
+    if (files::exists(target)) files::removefile(target);
+    files::renamefile(partial, target);
+    emaildatafiles();
+}
 
 // Steps 3 to 9: what the read left is judged, saved and cleared. Returns early on an abort.
 void savethenclear(Int16& step)
@@ -39,9 +58,7 @@ void savethenclear(Int16& step)
     step = 7;
     s.corruptid = s.scannerid;
     if (s.outcount > 0) {
-        // Mailing the lines to head office is not part of this program yet, so a transfer in
-        // that mode leaves them on the scanner.
-        if (s.savetype == 3) s.deleteallowed = 0;
+        if (s.savetype == 3) exportforemail();
         else savetoinifile();
     }
     step = 8;

@@ -1,6 +1,7 @@
 // The setup screen's events: which routine each click and focus change runs.
 #include "core/globals.h"
 #include "core/runtimeerror.h"
+#include "delivery/sendmail.h"
 #include "settings/firstrun.h"
 #include "settings/form2.h"
 #include "settings/form25.h"
@@ -44,11 +45,11 @@ void serveripleft()
     checkserverip();
 }
 
-// The test beside the address box: the server store check; the test mail of Email mode
-// is the mail's own.
+// The test beside the address box: the server store check, or in Email mode a test mail.
 void servertest()
 {
     if (g().savetype != 3) form25().storetest();
+    else sendtestmail();
 }
 
 template <typename Control, typename Signal, typename Routine>

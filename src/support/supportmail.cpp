@@ -1,4 +1,5 @@
 // The support mail's sending and the copy of the logs to the server.
+#include "core/form9.h"
 #include "core/globals.h"
 #include "pipeline/formats.h"
 #include "platform/dialogs.h"
@@ -9,19 +10,6 @@
 namespace {
 
 const char* const weekdays[] = {"MON", "TUE", "WED", "THU", "FRI", "SAT", "SUN"};
-
-// The mail controls the support mail is sent with.
-MAPISession& session()
-{
-    static MAPISession control;
-    return control;
-}
-
-MAPIMessages& messages()
-{
-    static MAPIMessages control;
-    return control;
-}
 
 // Puts `file` at the next attachment index when it exists.
 void attachifthere(MAPIMessages& m, int& next, const std::string& file)
@@ -36,13 +24,14 @@ void attachifthere(MAPIMessages& m, int& next, const std::string& file)
 void sendsupportmail(const std::string& recipient, const std::string& subject, const std::string& note)
 {
     const Globals& s = g();
-    MAPISession& sess = session();
-    MAPIMessages& m = messages();
+    MAPISession& sess = form9().MAPISession1;
+    MAPIMessages& m = form9().MAPIMessages1;
     if (sess.SessionID() == 0) sess.SignOn();
     try {
         m.SessionID = sess.SessionID();
         m.Compose();
         m.RecipIndex = 0;
+        m.RecipType = 1;
         m.RecipAddress = recipient;
         m.AddressResolveUI = false;
         m.MsgSubject = subject;

@@ -200,8 +200,13 @@ TEST_F(TransferFault, NoLockTestForLocalOrMail)
         dock(2, {"--id", "123", "--records", records(csprecords())});
         runtransfer();
         EXPECT_TRUE(boxes("Data Upload In Progress").empty());
-        EXPECT_TRUE(hasline("Please Remove Scanner"));
+        EXPECT_EQ(hasline("Please Remove Scanner"), savetype == 0);
     }
+    // Email mode mails the raw download file, which only the OPL 972x leaves: with a CSP
+    // scanner the copy fails at step 7 and the scanner keeps its records.
+    EXPECT_EQ(onebox("Error In Function transferdata()").text,
+              "An unexpected error has occured attempting to run a system function at line 7! Error: 53 File not found");
+    EXPECT_EQ(stopped(6), 3);
 }
 
 TEST_F(TransferFault, StoreDownInDirectMode)
