@@ -29,6 +29,8 @@
 #include "settings/checkfitterfile.h"
 #include "settings/form2.h"
 #include "settings/storecheck.h"
+#include "support/form18.h"
+#include "support/helptools.h"
 
 namespace {
 
@@ -317,10 +319,11 @@ void wireform1(Form1& f)
     QObject::connect(&f.Help, &PictureBox::clicked, &f, guard(&helpclick));
     QObject::connect(&f.HelpLabel, &Caption::clicked, &f, guard(&helpclick));
     QObject::connect(&f.List1, &ListBox::doubleclicked, &f, guard(&outstandingdblclick));
+    QObject::connect(&f.Support, &PictureBox::clicked, &f, guard(runsupportviewer));
 }
 
 void helpclick()
 {
     if (operationrunning()) return;
-    // The help menu opens here.
+    openhelpmenu(1);
 }

@@ -116,8 +116,11 @@ std::string fire(QObject* control, const Action& a)
             return "done";
         }
         if (emitsignal(control, "clicked()")) return "done";
-        // A list's click is its row being chosen, done above.
-        if (qobject_cast<QListWidget*>(control)) return "done";
+        // A list's click is its row being chosen, done above, and clicked as a mouse would.
+        if (auto* list = qobject_cast<QListWidget*>(control)) {
+            if (QListWidgetItem* row = list->currentItem()) emit list->itemClicked(row);
+            return "done";
+        }
     } else if (emitsignal(control, "doubleclicked()")) {
         return "done";
     }

@@ -1,16 +1,18 @@
 #include "platform/shell.h"
 
-#include <QDesktopServices>
+#include <QImage>
 #include <QDir>
 #include <QFileInfo>
 #include <QProcess>
+#include <QSaveFile>
 #include <QStandardPaths>
-#include <QUrl>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 
 #include "platform/paths.h"
+#include "runtime/fault.h"
+
+#include <sys/stat.h>
 
 namespace {
 
@@ -77,6 +79,22 @@ std::string hostprogram(const std::string& program)
     return host.kind == platform::HostPath::local ? host.path : program;
 }
 
+// The picture of a start-up entry: the icon file (a Windows path, an .ico) drawn as a PNG of
+// the same name in the user's icon folder, which desktops take as an absolute Icon path.
+// "" when the icon cannot be read or the picture not written: the entry then goes without.
+std::string startupicon(const std::string& icon)
+{
+    if (icon.empty()) return "";
+    const auto host = platform::resolve(icon);
+    if (host.kind != platform::HostPath::local) return "";
+    QImage image(QString::fromLocal8Bit(host.path.c_str()));
+    if (image.isNull()) return "";
+    const QString folder = QString::fromLocal8Bit(shell::iconfolder().c_str());
+    if (!QDir().mkpath(folder)) return "";
+    const QString png = folder + "/" + QFileInfo(QString::fromLocal8Bit(host.path.c_str())).completeBaseName() + ".png";
+    return image.save(png, "PNG") ? png.toLocal8Bit().toStdString() : "";
+}
+
 std::string utf8(const std::string& latin1) { return QString::fromLatin1(latin1.c_str()).toUtf8().toStdString(); }
 
 }  // namespace
@@ -85,21 +103,24 @@ long ShellExecuteA(void*, const std::string& operation, const std::string& file,
                    const std::string& parameters, const std::string& directory, int show)
 {
     if (!operation.empty() && operation != "open") return SE_ERR_NOASSOC;
-    QUrl url;
+    QString target;
     if (isaddress(file)) {
-        url = QUrl(QString::fromLatin1(file.c_str()));
+        target = QString::fromLatin1(file.c_str());
     } else {
         auto host = platform::resolve(file);
         if (host.kind == platform::HostPath::none) return ERROR_PATH_NOT_FOUND;
         if (host.kind == platform::HostPath::smb) {
-            url = QUrl(QString::fromLatin1(host.path.c_str()));
+            target = QString::fromLatin1(host.path.c_str());
         } else {
             QFileInfo info(QString::fromLocal8Bit(host.path.c_str()));
             if (!info.exists()) return info.dir().exists() ? ERROR_FILE_NOT_FOUND : ERROR_PATH_NOT_FOUND;
-            url = QUrl::fromLocalFile(info.absoluteFilePath());
+            target = info.absoluteFilePath();
         }
     }
-    return QDesktopServices::openUrl(url) ? SE_DONE : SE_ERR_NOASSOC;
+    // The desktop's opener, started with the one argument: no shell sees the name.
+    const QString opener = QStandardPaths::findExecutable("xdg-open");
+    if (opener.isEmpty()) return SE_ERR_NOASSOC;
+    return QProcess::startDetached(opener, {target}) ? SE_DONE : SE_ERR_NOASSOC;
 }
 
 long WinExec(const std::string& commandline, int show)
@@ -118,6 +139,17 @@ long WinExec(const std::string& commandline, int show)
 
 namespace shell {
 
+void makeprogram(const std::string& path)
+{
+    const auto host = platform::resolve(path);
+    struct stat st {};
+    if (host.kind != platform::HostPath::local || ::stat(host.path.c_str(), &st) != 0 || S_ISDIR(st.st_mode))
+        raisefault(host.kind == platform::HostPath::local ? fault::filenotfound : fault::pathfileaccess);
+    // Whoever may read the file may run it.
+    const mode_t run = S_IXUSR | ((st.st_mode & S_IRGRP) ? S_IXGRP : 0) | ((st.st_mode & S_IROTH) ? S_IXOTH : 0);
+    if (::chmod(host.path.c_str(), st.st_mode | run) != 0) raisefault(fault::pathfileaccess);
+}
+
 std::string startupfolder()
 {
     const char* config = std::getenv("XDG_CONFIG_HOME");
@@ -126,21 +158,31 @@ std::string startupfolder()
     return std::string(home ? home : "") + "/.config/autostart";
 }
 
-bool createstartupentry(const std::string& name, const std::string& program, const std::string& arguments)
+std::string iconfolder()
+{
+    const char* data = std::getenv("XDG_DATA_HOME");
+    if (data && *data == '/') return std::string(data) + "/vexalbc/icons";
+    const char* home = std::getenv("HOME");
+    return std::string(home ? home : "") + "/.local/share/vexalbc/icons";
+}
+
+bool createstartupentry(const std::string& name, const std::string& program, const std::string& arguments,
+                        const std::string& icon)
 {
     if (!QDir().mkpath(QString::fromLocal8Bit(startupfolder().c_str()))) return false;
+    const std::string picture = startupicon(icon);
     std::string exec = execword(hostprogram(program));
     for (const auto& a : QProcess::splitCommand(QString::fromLatin1(arguments.c_str())))
         exec += " " + execword(a.toLatin1().toStdString());
-    std::ofstream out(desktopentry(name), std::ios::binary | std::ios::trunc);
-    out << "[Desktop Entry]\n"
-        << "Type=Application\n"
-        << "Name=" << utf8(name) << "\n"
-        << "Exec=" << utf8(exec) << "\n"
-        << "Terminal=false\n"
-        << "X-GNOME-Autostart-enabled=true\n";
-    out.close();
-    return !out.fail();
+    std::string entry = "[Desktop Entry]\nType=Application\nName=" + utf8(name) + "\nExec=" + utf8(exec) +
+                        "\nTerminal=false\n";
+    if (!picture.empty()) entry += "Icon=" + picture + "\n";
+    entry += "X-GNOME-Autostart-enabled=true\n";
+    // Written beside and renamed over the old entry, so a log-in never meets half an entry.
+    QSaveFile out(QString::fromLocal8Bit(desktopentry(name).c_str()));
+    if (!out.open(QIODevice::WriteOnly)) return false;
+    out.write(entry.data(), (qint64)entry.size());
+    return out.commit();
 }
 
 bool removestartupentry(const std::string& name)

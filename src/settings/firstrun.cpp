@@ -13,6 +13,7 @@
 #include "settings/setupports.h"
 #include "settings/setuptypes.h"
 #include "settings/storecheck.h"
+#include "support/form18.h"
 #include "support/form23.h"
 
 void startfirstrun()
@@ -34,7 +35,10 @@ void startfirstrun()
 void aftercompany()
 {
     Globals& s = g();
-    if (s.callerof[3] != 2) return;
+    if (s.callerof[3] != 2) {
+        form18().show();
+        return;
+    }
     if (MsgBox("Would You Like To Run Driver Installation Before Proceeding To The Initial Setup Screen?",
                vbYesNo + vbQuestion, "Run Driver Installation?") == vbYes) {
         s.callerof[23] = 1;

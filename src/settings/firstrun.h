@@ -8,7 +8,8 @@
 void startfirstrun();
 // Where the company screen leads on once its details are stored: on a first run the
 // question "Run Driver Installation?", whose Yes opens the driver screen (callerof[23] 1)
-// and whose No opens the setup screen and runs initialcheck.
+// and whose No opens the setup screen and runs initialcheck. Opened from the help menu
+// (any other callerof[3]), it leads back to the help menu.
 void aftercompany();
 // The import of an earlier layout's settings stands behind a question whose answer is
 // fixed at No, so nothing changes.

@@ -14,6 +14,7 @@
 #include "settings/setuptests.h"
 #include "settings/setuptypes.h"
 #include "settings/storecheck.h"
+#include "support/form18.h"
 
 namespace {
 
@@ -92,6 +93,8 @@ void Form2::wireevents()
     on(Cancel[0], &PictureBox::clicked, this, cancelsetup);
     on(CancelLabel[0], &Caption::clicked, this, cancelsetup);
     on(*this, &Form2::closing, this, cancelsetup);
+    on(Help[0], &PictureBox::clicked, this, [] { openhelpmenu(2); });
+    on(HelpLabel[0], &Caption::clicked, this, [] { openhelpmenu(2); });
     on(form3(), &Form3::leadon, this, aftercompany);
 
     // A click on a picture takes the focus, so the box that had it is checked first.

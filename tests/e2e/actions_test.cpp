@@ -13,6 +13,7 @@
 #include "core/form16.h"
 #include "downloadfixture.h"
 #include "pipeline/mainactions.h"
+#include "support/form18.h"
 
 namespace {
 
@@ -281,9 +282,11 @@ TEST_F(MainScreen, GuardQuestionFreesAStuckFlag)
     const std::string question =
         "The appears to be a data transfer or operation in progress, which means that additional operations should "
         "wait! Is this the case?";
-    // Idle: no question.
+    // Idle: no question, the help menu.
     emit form1().Help.clicked();
     EXPECT_TRUE(dialogs::transcript().empty());
+    EXPECT_TRUE(form18().isVisible());
+    form18().cancel();
 
     g().runmode = 1;
     dialogs::queueanswer(vbYes);

@@ -6,6 +6,7 @@
 #include "pipeline/mainactions.h"
 #include "pipeline/readdata.h"
 #include "platform/icmp.h"
+#include "support/form18.h"
 
 namespace {
 
@@ -402,6 +403,8 @@ TEST_F(TransferFault, FaultInTheButtonRoutineLeavesTheFlagsForTheGuard)
     dialogs::queueanswer(vbNo);
     emit form1().Help.clicked();
     EXPECT_EQ(g().runmode, 0);
+    EXPECT_TRUE(form18().isVisible());
+    form18().cancel();
     dialogs::queueanswer(vbYes);
     runtransfer();
     EXPECT_EQ(activity().back(), "Please Remove Scanner");

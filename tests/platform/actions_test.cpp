@@ -120,6 +120,17 @@ TEST_F(Player, WaitsForTheScreenAndTheControlThenFiresInOrder)
                                                       "Action \"Form9.mnuTransfer click\" => fired"}));
 }
 
+TEST_F(Player, AListsClickChoosesTheRowAndClicksIt)
+{
+    QObject::connect(&List1, &QListWidget::itemClicked,
+                     [this](QListWidgetItem* row) { fired.push_back("List1 click " + row->text().toStdString()); });
+    screen.show();
+    play("FormT.List1 click 2\n");
+    run(2000);
+    EXPECT_EQ(fired, std::vector<std::string>{"List1 click third"});
+    EXPECT_EQ(List1.listindex(), 2);
+}
+
 TEST_F(Player, StopsAndSaysSoWhenAControlIsNeverReady)
 {
     actions::settimeout(300);

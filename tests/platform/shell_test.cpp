@@ -1,25 +1,16 @@
-#include <QDesktopServices>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <QThread>
-#include <QUrl>
 #include <gtest/gtest.h>
 
 #include "platform/shell.h"
+#include "runtime/fault.h"
 #include "support/tempinstall.h"
 
 namespace {
-
-// Catches what would go to the desktop's "open".
-class Opened : public QObject {
-    Q_OBJECT
-public:
-    std::vector<QUrl> urls;
-public slots:
-    void open(const QUrl& url) { urls.push_back(url); }
-};
 
 std::string waitforfile(const std::string& path)
 {
@@ -48,23 +39,48 @@ TEST(Shell, WinExecStartsAProgramByItsWindowsPath)
     EXPECT_EQ(WinExec("c:\\nowhere\\nothing.exe Internal", SW_SHOWNORMAL), 3);
 }
 
-TEST(Shell, OpenHandsFilesAndAddressesToTheDesktop)
+TEST(Shell, OpenHandsFilesAndAddressesToXdgOpenAsOneArgument)
 {
     TempInstall t;
-    Opened opened;
-    QDesktopServices::setUrlHandler("file", &opened, "open");
-    QDesktopServices::setUrlHandler("http", &opened, "open");
+    QTemporaryDir bin;
+    const std::string out = t.root() + "/opened.txt";
+    const std::string opener = bin.path().toStdString() + "/xdg-open";
+    TempInstall::writefile(opener, "#!/bin/sh\necho \"$# $1\" >> '" + out + "'\n");
+    QFile::setPermissions(QString::fromStdString(opener), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", bin.path().toLocal8Bit() + ":" + path);
     TempInstall::writefile(t.root() + "/Manual.pdf", "%PDF");
 
     EXPECT_GT(ShellExecuteA(nullptr, "open", "C:\\Program Files\\VexalBCv4\\manual.PDF", "", "", SW_SHOWNORMAL), 32);
-    EXPECT_GT(ShellExecuteA(nullptr, "open", "http://127.0.0.1/support/Scanner%20Log%20Off.pdf", "", "", 1), 32);
+    EXPECT_EQ(waitforfile(out), "1 " + t.root() + "/Manual.pdf\n");
+    QFile::remove(QString::fromStdString(out));
+    EXPECT_GT(ShellExecuteA(nullptr, "open", "http://127.0.0.1/support/Scanner%20Log%20Off.pdf; rm -rf x", "", "", 1), 32);
+    EXPECT_EQ(waitforfile(out), "1 http://127.0.0.1/support/Scanner%20Log%20Off.pdf; rm -rf x\n") << "no shell between";
     EXPECT_EQ(ShellExecuteA(nullptr, "open", "C:\\Program Files\\VexalBCv4\\Missing.pdf", "", "", 1), 2);
-    QDesktopServices::unsetUrlHandler("file");
-    QDesktopServices::unsetUrlHandler("http");
+    EXPECT_EQ(ShellExecuteA(nullptr, "open", "C:\\Nowhere\\Missing.pdf", "", "", 1), 3);
 
-    ASSERT_EQ(opened.urls.size(), 2u);
-    EXPECT_EQ(opened.urls[0], QUrl::fromLocalFile(QString::fromStdString(t.root() + "/Manual.pdf")));
-    EXPECT_EQ(opened.urls[1].path(), "/support/Scanner Log Off.pdf");
+    qputenv("PATH", "/nonexistent");
+    EXPECT_EQ(ShellExecuteA(nullptr, "open", "C:\\Program Files\\VexalBCv4\\manual.PDF", "", "", 1), 31);
+    qputenv("PATH", path);
+}
+
+TEST(Shell, AFetchedFileIsMadeAProgram)
+{
+    TempInstall t;
+    TempInstall::writefile(t.root() + "/Fetched.exe", "#!/bin/sh\n");
+    QFile::setPermissions(QString::fromStdString(t.root() + "/Fetched.exe"), QFile::ReadOwner | QFile::WriteOwner);
+    EXPECT_EQ(WinExec("\"C:\\Program Files\\VexalBCv4\\Fetched.exe\"", 1), 11);
+    shell::makeprogram("C:\\Program Files\\VexalBCv4\\fetched.exe");
+    EXPECT_TRUE(QFileInfo(QString::fromStdString(t.root() + "/Fetched.exe")).isExecutable());
+    EXPECT_GT(WinExec("\"C:\\Program Files\\VexalBCv4\\Fetched.exe\"", 1), 31);
+    for (const char* missing : {"C:\\Program Files\\VexalBCv4\\Nothing.exe", "C:\\Program Files\\VexalBCv4"}) {
+        try {
+            shell::makeprogram(missing);
+            ADD_FAILURE() << missing;
+        } catch (const Fault& f) {
+            EXPECT_EQ(f.number, 53) << missing;
+        }
+    }
 }
 
 TEST(Shell, StartupEntryInTheAutostartFolder)
@@ -97,4 +113,3 @@ TEST(Shell, StartupEntryInTheAutostartFolder)
 
 }  // namespace
 
-#include "shell_test.moc"
