@@ -224,6 +224,8 @@ void Form7::runportscan(int Port)
         }
         opl->readlinecount();
         QCoreApplication::processEvents();
+        // Cancel, clicked while the events ran, has closed the port and released the control.
+        if (!opl) return;
         if (error == 0) {
             opl->readid();
             Text2->setText("1000");
