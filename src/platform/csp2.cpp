@@ -88,11 +88,11 @@ Seen& seen(const std::string& device)
     return devices[device];
 }
 
-// Wakes a sleeping scanner: the DTR edge, then the NUL bytes. Bytes that reach a sleeping
-// scanner are lost, so this comes before the command, never instead of it.
-void wake(Session& s)
+// Wakes a sleeping scanner: the DTR edge (unless `dtr` is false), then the NUL bytes. Bytes
+// that reach a sleeping scanner are lost, so this comes before the command, never instead of it.
+void wake(Session& s, bool dtr = true)
 {
-    if (s.q.wakedtr && s.port.setdtr(false)) {
+    if (dtr && s.q.wakedtr && s.port.setdtr(false)) {
         std::this_thread::sleep_for(std::chrono::milliseconds(s.q.dtrlowms));
         s.port.setdtr(true);
         std::this_thread::sleep_for(std::chrono::milliseconds(s.q.dtrsettlems));
@@ -232,14 +232,11 @@ int32_t csp2Init(int32_t port)
     if (!s.port.open(port + 1, csp::baud, serial::Port::odd)) return csp2::setuperror;
     s.device = serial::devicepath(port + 1);
     s.bound = true;
-    // A scanner that answered a moment ago is awake: the DTR edge would only cost time.
+    // A scanner that answered a moment ago is awake: the DTR edge would only cost time; the
+    // NUL bytes go all the same.
     auto last = seen(s.device).answered;
     bool awake = last != steady::time_point{} && steady::now() - last < std::chrono::milliseconds(s.q.awakems);
-    if (awake) {
-        s.port.flushinput();
-    } else {
-        wake(s);
-    }
+    wake(s, !awake);
     return csp2::ok;
 }
 

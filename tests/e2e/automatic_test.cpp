@@ -10,6 +10,7 @@
 #include "core/screens.h"
 #include "downloadfixture.h"
 #include "pipeline/autodownload.h"
+#include "support/asuser.h"
 
 class AutomaticDownload : public DownloadTest {
 protected:
@@ -147,4 +148,16 @@ TEST_F(AutomaticDownload, Cs1504PolledEveryFourthTickTurnedOffAndTakenAgainOnlyA
     EXPECT_EQ(g().symbolpollstep, 0);
     EXPECT_EQ(ticks(1), 1);
     EXPECT_EQ(g().symwaiting, 1);
+}
+
+// A workshop PC runs the program as an ordinary user: the same downloads as nobody, with
+// scanner ports, install folder and store the user owns.
+TEST(AutomaticDownloadAsUser, SameDownloadsAsAnOrdinaryUser)
+{
+    if (innerrun()) GTEST_SKIP() << "already the inner run";
+    if (!canrunasuser()) GTEST_SKIP() << "no setpriv to become an ordinary user";
+    UserRun r = rerunasuser("AutomaticDownload.*");
+    EXPECT_EQ(r.exitcode, 0) << r.output;
+    EXPECT_NE(r.output.find("[  PASSED  ]"), std::string::npos) << r.output;
+    EXPECT_EQ(r.output.find("SKIPPED"), std::string::npos) << r.output;
 }
