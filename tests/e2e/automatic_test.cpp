@@ -155,7 +155,7 @@ TEST_F(AutomaticDownload, Cs1504PolledEveryFourthTickTurnedOffAndTakenAgainOnlyA
 TEST(AutomaticDownloadAsUser, SameDownloadsAsAnOrdinaryUser)
 {
     if (innerrun()) GTEST_SKIP() << "already the inner run";
-    if (!canrunasuser()) GTEST_SKIP() << "no setpriv to become an ordinary user";
+    if (!canrunasuser()) GTEST_SKIP() << "cannot run this test program as an ordinary user (setpriv, folder access)";
     UserRun r = rerunasuser("AutomaticDownload.*");
     EXPECT_EQ(r.exitcode, 0) << r.output;
     EXPECT_NE(r.output.find("[  PASSED  ]"), std::string::npos) << r.output;

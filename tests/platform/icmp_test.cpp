@@ -86,7 +86,7 @@ TEST_F(Echo, ThroughThePingProgram)
 TEST(EchoAsUser, OrdinaryUserGetsAnAnswer)
 {
     if (innerrun()) GTEST_SKIP() << "already the inner run";
-    if (!canrunasuser()) GTEST_SKIP() << "no setpriv to become an ordinary user";
+    if (!canrunasuser()) GTEST_SKIP() << "cannot run this test program as an ordinary user (setpriv, folder access)";
     UserRun r = rerunasuser("Echo.LoopbackAnswersWithOurPayload");
     EXPECT_EQ(r.exitcode, 0) << r.output;
     EXPECT_NE(r.output.find("[  PASSED  ] 1 test"), std::string::npos) << r.output;

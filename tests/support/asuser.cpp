@@ -18,14 +18,23 @@ std::string setpriv()
 
 }  // namespace
 
-bool canrunasuser() { return ::geteuid() != 0 || !setpriv().empty(); }
-
 std::vector<std::string> asuser(const std::vector<std::string>& argv)
 {
     if (::geteuid() != 0) return argv;
     std::vector<std::string> full{setpriv(), "--reuid=65534", "--regid=65534", "--clear-groups", "--reset-env"};
     full.insert(full.end(), argv.begin(), argv.end());
     return full;
+}
+
+bool canrunasuser()
+{
+    if (::geteuid() != 0) return true;
+    if (setpriv().empty()) return false;
+    // A build tree inside a folder closed to others (a home folder) cannot be run as nobody.
+    std::vector<std::string> line = asuser({"/usr/bin/test", "-x", QCoreApplication::applicationFilePath().toStdString()});
+    QStringList args;
+    for (size_t i = 1; i < line.size(); ++i) args << QString::fromStdString(line[i]);
+    return QProcess::execute(QString::fromStdString(line[0]), args) == 0;
 }
 
 bool innerrun()

@@ -10,7 +10,8 @@ struct UserRun {
     std::string output;    // stdout and stderr together
 };
 
-// Whether this process is an ordinary user already or can become one (root with setpriv).
+// Whether this process is an ordinary user already or can become one (root with setpriv, and
+// this test program open to that user).
 bool canrunasuser();
 // The command line that runs argv as the ordinary user.
 std::vector<std::string> asuser(const std::vector<std::string>& argv);
