@@ -15,6 +15,7 @@
 #include "platform/tray.h"
 #include "settings/form2.h"
 #include "settings/settingsread.h"
+#include "core/runtimeerror.h"
 
 namespace {
 
@@ -114,9 +115,9 @@ void mnuExitclick()
 void connecttraymenu()
 {
     Form9& f = form9();
-    QObject::connect(&f.mnuMain, &QAction::triggered, &f, [] { mnuMainclick(); });
-    QObject::connect(&f.mnuSetup, &QAction::triggered, &f, [] { mnuSetupclick(); });
-    QObject::connect(&f.mnuTransfer, &QAction::triggered, &f, [] { mnuTransferclick(); });
-    QObject::connect(&f.mnuDisplay, &QAction::triggered, &f, [] { mnuDisplayclick(); });
-    QObject::connect(&f.mnuExit, &QAction::triggered, &f, [] { mnuExitclick(); });
+    QObject::connect(&f.mnuMain, &QAction::triggered, &f, guard([] { mnuMainclick(); }));
+    QObject::connect(&f.mnuSetup, &QAction::triggered, &f, guard([] { mnuSetupclick(); }));
+    QObject::connect(&f.mnuTransfer, &QAction::triggered, &f, guard([] { mnuTransferclick(); }));
+    QObject::connect(&f.mnuDisplay, &QAction::triggered, &f, guard([] { mnuDisplayclick(); }));
+    QObject::connect(&f.mnuExit, &QAction::triggered, &f, guard([] { mnuExitclick(); }));
 }

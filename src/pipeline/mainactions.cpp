@@ -26,6 +26,7 @@
 #include "settings/checkfitterfile.h"
 #include "settings/form2.h"
 #include "settings/storecheck.h"
+#include "core/runtimeerror.h"
 
 namespace {
 
@@ -298,20 +299,20 @@ void wireform1(Form1& f)
 {
     installsessioncloser();
     const auto both = [&f](PictureBox& picture, Caption& caption, void (*routine)()) {
-        QObject::connect(&picture, &PictureBox::clicked, &f, routine);
-        QObject::connect(&caption, &Caption::clicked, &f, routine);
+        QObject::connect(&picture, &PictureBox::clicked, &f, guard(routine));
+        QObject::connect(&caption, &Caption::clicked, &f, guard(routine));
     };
     both(f.Check, f.CheckLabel, &runcheck);
     both(f.Transfer, f.TransferLabel, &runtransfer);
     both(f.Read, f.ReadLabel, &runread);
     both(f.Delete, f.DeleteLabel, &rundelete);
     both(f.Settings, f.SettingsLabel, &runsetup);
-    QObject::connect(&f.Status, &PictureBox::clicked, &f, &statusclick);
-    QObject::connect(&f.Label1, &Caption::clicked, &f, [] { form24().opentimer(); });
+    QObject::connect(&f.Status, &PictureBox::clicked, &f, guard(&statusclick));
+    QObject::connect(&f.Label1, &Caption::clicked, &f, guard([] { form24().opentimer(); }));
     // Help and the outstanding list's double click ask the guard question; the help menu
     // and the delivery of outstanding files that follow it are wired by their own screens.
-    const auto guard = [] { operationrunning(); };
-    QObject::connect(&f.Help, &PictureBox::clicked, &f, guard);
-    QObject::connect(&f.HelpLabel, &Caption::clicked, &f, guard);
-    QObject::connect(&f.List1, &ListBox::doubleclicked, &f, guard);
+    const auto askfirst = [] { operationrunning(); };
+    QObject::connect(&f.Help, &PictureBox::clicked, &f, guard(askfirst));
+    QObject::connect(&f.HelpLabel, &Caption::clicked, &f, guard(askfirst));
+    QObject::connect(&f.List1, &ListBox::doubleclicked, &f, guard(askfirst));
 }

@@ -6,6 +6,7 @@
 #include "pipeline/form1.h"
 #include "pipeline/screens.h"
 #include "settings/form2.h"
+#include "core/runtimeerror.h"
 
 namespace {
 
@@ -41,7 +42,7 @@ frmSplash::frmSplash(QWidget* parent) : QWidget(parent, Qt::SplashScreen | Qt::F
     Frame1.installEventFilter(this);
     Timer1.setParent(this);
     Timer1.setObjectName("Timer1");
-    connect(&Timer1, &QTimer::timeout, this, [this] { timer1tick(); });
+    connect(&Timer1, &QTimer::timeout, this, guard([this] { timer1tick(); }));
 }
 
 void frmSplash::load()
