@@ -94,7 +94,8 @@ dockscanner() {
   counts="$(scripts/lib/demo-scans "${scanner_kinds[$i]}" "$date" "${scanner_ids[$i]}" "$records")"
   read -r "scanner_good[$i]" "scanner_test[$i]" "scanner_invalid[$i]" <<< "$counts"
 
-  "$dir/scanner-emulator" --type "${scanner_types[$i]}" --link "$(scannerfile "$dir" "$i" port)" \
+  # asuser (set by scripts/demo) runs it as the demo's ordinary user, or as it is.
+  ${asuser[@]+"${asuser[@]}"} "$dir/scanner-emulator" --type "${scanner_types[$i]}" --link "$(scannerfile "$dir" "$i" port)" \
     --id "${scanner_ids[$i]}" --records "$records" --state "$state" > "$out" 2>&1 &
   docked_pid=$!
   for _ in $(seq 100); do

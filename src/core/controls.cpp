@@ -9,6 +9,7 @@
 #include "runtime/fault.h"
 
 #include <cstring>
+#include "core/runtimeerror.h"
 
 int twips(int units)
 {
@@ -182,8 +183,8 @@ ComboBox::ComboBox(QWidget* parent) : QComboBox(parent)
 {
     setEditable(true);
     setInsertPolicy(QComboBox::NoInsert);
-    connect(this, qOverload<int>(&QComboBox::activated), this, [this] { emit clicked(); });
-    connect(this, &QComboBox::editTextChanged, this, [this] { emit changed(); });
+    connect(this, qOverload<int>(&QComboBox::activated), this, guard([this] { emit clicked(); }));
+    connect(this, &QComboBox::editTextChanged, this, guard([this] { emit changed(); }));
 }
 
 void ComboBox::additem(const std::string& text)

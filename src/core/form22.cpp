@@ -7,6 +7,7 @@
 #include "core/imagelists.h"
 #include "pipeline/form1.h"
 #include "pipeline/screens.h"
+#include "core/runtimeerror.h"
 
 Form22::Form22(QWidget* parent) : QWidget(parent)
 {
@@ -27,12 +28,12 @@ Form22::Form22(QWidget* parent) : QWidget(parent)
     place(Label4, this, "Label4", 840, 2160, 1500, 300);
     Label4.setcaption("Cancel");
 
-    connect(&Picture1[0], &PictureBox::clicked, this, [this] { cancelclick(); });
-    connect(&Label4, &Caption::clicked, this, [this] { cancelclick(); });
-    connect(&Label1[1], &Caption::clicked, this, [this] { exitclick(); });
-    connect(&Picture1[1], &PictureBox::clicked, this, [this] { exitclick(); });
-    connect(&Label1[2], &Caption::clicked, this, [this] { taskbarcaptionclick(); });
-    connect(&Picture1[2], &PictureBox::clicked, this, [this] { taskbarpictureclick(); });
+    connect(&Picture1[0], &PictureBox::clicked, this, guard([this] { cancelclick(); }));
+    connect(&Label4, &Caption::clicked, this, guard([this] { cancelclick(); }));
+    connect(&Label1[1], &Caption::clicked, this, guard([this] { exitclick(); }));
+    connect(&Picture1[1], &PictureBox::clicked, this, guard([this] { exitclick(); }));
+    connect(&Label1[2], &Caption::clicked, this, guard([this] { taskbarcaptionclick(); }));
+    connect(&Picture1[2], &PictureBox::clicked, this, guard([this] { taskbarpictureclick(); }));
 }
 
 void Form22::cancelclick()

@@ -5,6 +5,7 @@
 #include "core/form9.h"
 #include "core/globals.h"
 #include "runtime/vb.h"
+#include "core/runtimeerror.h"
 
 namespace {
 
@@ -15,7 +16,7 @@ QTimer& ReadDelayTimer()
 {
     static QTimer& timer = []() -> QTimer& {
         QTimer& t = form9().ReadDelayTimer;
-        QObject::connect(&t, &QTimer::timeout, [] { readdelaycount -= 1; });
+        QObject::connect(&t, &QTimer::timeout, guard([] { readdelaycount -= 1; }));
         return t;
     }();
     return timer;

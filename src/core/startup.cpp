@@ -62,18 +62,18 @@ void connectmonitor()
     if (done) return;
     done = true;
     Form9& f = form9();
-    QObject::connect(&f.Timer1, &QTimer::timeout, &f, [] { guarded(timer1tick); });
-    QObject::connect(&f.Timer2, &QTimer::timeout, &f, [] { guarded(timer2tick); });
-    QObject::connect(&f.Timer3, &QTimer::timeout, &f, [] { guarded(timer3tick); });
-    QObject::connect(&f.Timer4, &QTimer::timeout, &f, [] { guarded(timer4tick); });
-    QObject::connect(&f.ImportCheckTimer, &QTimer::timeout, &f, [] { guarded(checkimports); });
+    QObject::connect(&f.Timer1, &QTimer::timeout, &f, guard(timer1tick));
+    QObject::connect(&f.Timer2, &QTimer::timeout, &f, guard(timer2tick));
+    QObject::connect(&f.Timer3, &QTimer::timeout, &f, guard(timer3tick));
+    QObject::connect(&f.Timer4, &QTimer::timeout, &f, guard(timer4tick));
+    QObject::connect(&f.ImportCheckTimer, &QTimer::timeout, &f, guard(checkimports));
     connecttraymenu();
-    QObject::connect(&form1().Close, &PictureBox::clicked, &f, [] {
+    QObject::connect(&form1().Close, &PictureBox::clicked, &f, guard([] {
         form1().hide();
         form22().show();
-    });
+    }));
     form1().installEventFilter(new MainScreenWatch(&f));
-    QObject::connect(&form2(), &Form2::exitprogram, &f, [] { fullexit(); });
+    QObject::connect(&form2(), &Form2::exitprogram, &f, guard([] { fullexit(); }));
 }
 
 void timer4tick()

@@ -17,6 +17,7 @@
 #include "platform/tray.h"
 #include "settings/form2.h"
 #include "settings/settingsread.h"
+#include "core/runtimeerror.h"
 
 namespace {
 

@@ -16,6 +16,7 @@
 #include "pipeline/screens.h"
 #include "platform/clock.h"
 #include "platform/opl.h"
+#include "core/runtimeerror.h"
 
 namespace {
 
@@ -41,7 +42,7 @@ void Form24::checkbattery(Int16 whichtype)
 {
     Globals& s = g();
     auto opl = std::make_unique<opl::Control>();
-    connect(opl.get(), &opl::Control::Error, this, &Form24::opl_Error);
+    connect(opl.get(), &opl::Control::Error, this, guard(std::bind_front(&Form24::opl_Error, this)));
     opl->setport(s.scannerport[1]);
     s.oplerror = 0;
     try {

@@ -19,6 +19,7 @@
 #include "platform/opl.h"
 #include "settings/form14.h"
 #include "settings/form2.h"
+#include "core/runtimeerror.h"
 
 namespace {
 

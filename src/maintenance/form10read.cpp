@@ -13,12 +13,13 @@
 #include "platform/dialogs.h"
 #include "platform/opl.h"
 #include "settings/form2.h"
+#include "core/runtimeerror.h"
 
 std::unique_ptr<opl::Control> Form10::openopl()
 {
     Globals& s = g();
     auto opl = std::make_unique<opl::Control>();
-    connect(opl.get(), &opl::Control::Error, this, &Form10::opl_Error);
+    connect(opl.get(), &opl::Control::Error, this, guard(std::bind_front(&Form10::opl_Error, this)));
     opl->setport(s.scannerport[1]);
     if (s.oplportstate == 0) {
         opl->openport();

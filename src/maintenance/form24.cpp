@@ -15,6 +15,7 @@
 #include "pipeline/screens.h"
 #include "platform/clock.h"
 #include "platform/opl.h"
+#include "core/runtimeerror.h"
 
 namespace {
 constexpr int bartop = 600, barheight = 360;
@@ -64,10 +65,10 @@ Form24::Form24(QWidget* parent) : QWidget(parent)
     adopt(List1, this, "List1");
     List1.hide();
 
-    connect(&Timer1, &QTimer::timeout, this, &Form24::Timer1_Timer);
-    connect(&Timer2, &QTimer::timeout, this, &Form24::Timer2_Timer);
-    connect(&Cancel, &PictureBox::clicked, this, &Form24::closetimer);
-    connect(&Label4[1], &Caption::clicked, this, &Form24::closetimer);
+    connect(&Timer1, &QTimer::timeout, this, guard(std::bind_front(&Form24::Timer1_Timer, this)));
+    connect(&Timer2, &QTimer::timeout, this, guard(std::bind_front(&Form24::Timer2_Timer, this)));
+    connect(&Cancel, &PictureBox::clicked, this, guard(std::bind_front(&Form24::closetimer, this)));
+    connect(&Label4[1], &Caption::clicked, this, guard(std::bind_front(&Form24::closetimer, this)));
     setupscreen();
 }
 

@@ -23,6 +23,7 @@
 #include "platform/opl.h"
 #include "platform/serial.h"
 #include "settings/form11.h"
+#include "core/runtimeerror.h"
 
 namespace {
 
@@ -54,7 +55,7 @@ Int32 countopllines()
     Globals& s = g();
     s.oplerror = 0;
     auto opl = std::make_unique<opl::Control>();
-    QObject::connect(opl.get(), &opl::Control::Error, opl.get(), [] { g().oplerror = 1; });
+    QObject::connect(opl.get(), &opl::Control::Error, opl.get(), guard([] { g().oplerror = 1; }));
     opl->setport(s.scannerport[1]);
     if (s.oplportstate == 0) {
         opl->openport();

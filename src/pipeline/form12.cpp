@@ -22,6 +22,7 @@
 #include "platform/csp2.h"
 #include "platform/dialogs.h"
 #include "runtime/fault.h"
+#include "core/runtimeerror.h"
 
 using namespace repairdates;
 
@@ -51,12 +52,12 @@ Form12::Form12(QWidget* parent) : QWidget(parent)
     Label7.setAlignment(Qt::AlignCenter);
 
     Timer1.setInterval(100);
-    connect(&Timer1, &QTimer::timeout, this, [this] { tickcount_ += 1; });
-    connect(&Delete, &PictureBox::clicked, this, &Form12::selectaccept);
-    connect(&Label4, &Caption::clicked, this, &Form12::selectaccept);
-    connect(&Cancel, &PictureBox::clicked, this, &Form12::Cancel_Click);
-    connect(&Label7, &Caption::clicked, this, &Form12::Cancel_Click);
-    connect(&List1, &ListBox::doubleclicked, this, &Form12::List1_DblClick);
+    connect(&Timer1, &QTimer::timeout, this, guard([this] { tickcount_ += 1; }));
+    connect(&Delete, &PictureBox::clicked, this, guard(std::bind_front(&Form12::selectaccept, this)));
+    connect(&Label4, &Caption::clicked, this, guard(std::bind_front(&Form12::selectaccept, this)));
+    connect(&Cancel, &PictureBox::clicked, this, guard(std::bind_front(&Form12::Cancel_Click, this)));
+    connect(&Label7, &Caption::clicked, this, guard(std::bind_front(&Form12::Cancel_Click, this)));
+    connect(&List1, &ListBox::doubleclicked, this, guard(std::bind_front(&Form12::List1_DblClick, this)));
 }
 
 void Form12::pause(int ticks)

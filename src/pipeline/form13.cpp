@@ -12,6 +12,7 @@
 #include "pipeline/reseticons.h"
 #include "pipeline/screens.h"
 #include "pipeline/transferdata.h"
+#include "core/runtimeerror.h"
 
 Form13::Form13(QWidget* parent) : QWidget(parent)
 {
@@ -24,7 +25,7 @@ Form13::Form13(QWidget* parent) : QWidget(parent)
         place(STypeB[i], this, "STypeB", i, 120, top, 360, 360);
         place(STypeL[i], this, "STypeL", i, 600, top + 30, 3480, 300);
         STypeL[i].setcaption(names[i]);
-        connect(&STypeL[i], &Caption::clicked, this, [this, i] { STypeL_Click(i); });
+        connect(&STypeL[i], &Caption::clicked, this, guard([this, i] { STypeL_Click(i); }));
     }
     place(Cancel, this, "Cancel", 1800, 1560, 720, 720);
     Cancel.setpicture(MiscIcons(), 6);
@@ -33,8 +34,8 @@ Form13::Form13(QWidget* parent) : QWidget(parent)
     Label4.setAlignment(Qt::AlignCenter);
     adopt(Text1, this, "Text1");
     Text1.hide();
-    connect(&Cancel, &PictureBox::clicked, this, &Form13::Cancel_Click);
-    connect(&Label4, &Caption::clicked, this, &Form13::Cancel_Click);
+    connect(&Cancel, &PictureBox::clicked, this, guard(std::bind_front(&Form13::Cancel_Click, this)));
+    connect(&Label4, &Caption::clicked, this, guard(std::bind_front(&Form13::Cancel_Click, this)));
 }
 
 void Form13::STypeL_Click(int index)

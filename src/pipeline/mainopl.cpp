@@ -12,6 +12,7 @@
 #include "platform/csp2.h"
 #include "platform/dialogs.h"
 #include "platform/opl.h"
+#include "core/runtimeerror.h"
 
 std::unique_ptr<opl::Control>& mainopl()
 {
@@ -24,9 +25,9 @@ opl::Control& openmainopl()
     Globals& s = g();
     auto& control = mainopl();
     control = std::make_unique<opl::Control>();
-    QObject::connect(control.get(), &opl::Control::DownloadProgress, control.get(), &opl_DownloadProgress);
-    QObject::connect(control.get(), &opl::Control::DownloadComplete, control.get(), &opl_DownloadComplete);
-    QObject::connect(control.get(), &opl::Control::Error, control.get(), &opl_Error);
+    QObject::connect(control.get(), &opl::Control::DownloadProgress, control.get(), guard(&opl_DownloadProgress));
+    QObject::connect(control.get(), &opl::Control::DownloadComplete, control.get(), guard(&opl_DownloadComplete));
+    QObject::connect(control.get(), &opl::Control::Error, control.get(), guard(&opl_Error));
     control->setport(s.scannerport[1]);
     if (s.oplportstate == 0) {
         control->openport();

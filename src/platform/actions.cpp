@@ -15,6 +15,7 @@
 
 #include "platform/dialogs.h"
 #include "runtime/vb.h"
+#include "core/runtimeerror.h"
 
 namespace actions {
 namespace {
@@ -174,7 +175,7 @@ void step()
     // timer of its own.
     ++p.next;
     p.since.restart();
-    QTimer::singleShot(0, [control, a] {
+    QTimer::singleShot(0, guard([control, a] {
         if (!control) {
             note(a.text, "refused: the control went away");
             return;
@@ -185,7 +186,7 @@ void step()
             std::fprintf(stderr, "actions: line %d \"%s\": %s\n", a.line, a.text.c_str(), outcome.c_str());
             note(a.text, outcome);
         }
-    });
+    }));
 }
 
 }  // namespace
@@ -247,7 +248,7 @@ void play(std::vector<Action> list)
     if (!p.timer) {
         p.timer = new QTimer(QCoreApplication::instance());
         p.timer->setObjectName("ActionsTimer");
-        QObject::connect(p.timer, &QTimer::timeout, [] { step(); });
+        QObject::connect(p.timer, &QTimer::timeout, guard([] { step(); }));
     }
     p.timer->start(tick);
 }

@@ -5,15 +5,33 @@
 #include <algorithm>
 #include <chrono>
 #include <cstring>
+#include <map>
 #include <string>
 #include <thread>
 #include <vector>
 
+#include "core/logs.h"
 #include "platform/csp2_protocol.h"
 #include "platform/paths.h"
 #include "platform/serial.h"
 
 namespace csp2 {
+
+namespace {
+
+void number(const char* key, int& value, int lo, int hi)
+{
+    std::string v = platform::setting("csp2", key);
+    if (!v.empty()) value = std::clamp(std::atoi(v.c_str()), lo, hi);
+}
+
+void flag(const char* key, bool& value)
+{
+    std::string v = platform::setting("csp2", key);
+    if (!v.empty()) value = v != "0";
+}
+
+}  // namespace
 
 csp::Quirks quirks()
 {
@@ -21,12 +39,13 @@ csp::Quirks quirks()
     std::string head = platform::setting("csp2", "replyhead");
     if (head == "status") q.replyhead = csp::ReplyHead::status;
     if (head == "echo") q.replyhead = csp::ReplyHead::echo;
-    std::string ext = platform::setting("csp2", "extendedlength");
-    if (!ext.empty()) q.extendedlength = ext != "0";
-    std::string n = platform::setting("csp2", "wakeupbytes");
-    if (!n.empty()) q.wakeupbytes = std::clamp(std::atoi(n.c_str()), 0, 16);
-    std::string d = platform::setting("csp2", "wakeupdelayms");
-    if (!d.empty()) q.wakeupdelayms = std::clamp(std::atoi(d.c_str()), 0, 2000);
+    flag("extendedlength", q.extendedlength);
+    flag("wakedtr", q.wakedtr);
+    number("dtrlowms", q.dtrlowms, 0, 2000);
+    number("dtrsettlems", q.dtrsettlems, 0, 2000);
+    number("awakems", q.awakems, 0, 3600000);
+    number("wakeupbytes", q.wakeupbytes, 0, 16);
+    number("wakeupdelayms", q.wakeupdelayms, 0, 2000);
     return q;
 }
 
@@ -38,8 +57,11 @@ using csp::Bytes;
 
 constexpr int32_t gone = -100;  // inside this file: the device went away, do not retry
 
+using steady = std::chrono::steady_clock;
+
 struct Session {
     serial::Port port;
+    std::string device;
     bool bound = false;
     int retries = csp::defaultretries;
     csp::Quirks q = csp::defaultquirks;
@@ -54,8 +76,27 @@ Session& session()
     return s;
 }
 
-void wake(Session& s)
+// When each device last answered, and the system status it last reported.
+struct Seen {
+    steady::time_point answered{};
+    int systemstatus = -1;
+};
+
+Seen& seen(const std::string& device)
 {
+    static std::map<std::string, Seen> devices;
+    return devices[device];
+}
+
+// Wakes a sleeping scanner: the DTR edge (unless `dtr` is false), then the NUL bytes. Bytes
+// that reach a sleeping scanner are lost, so this comes before the command, never instead of it.
+void wake(Session& s, bool dtr = true)
+{
+    if (dtr && s.q.wakedtr && s.port.setdtr(false)) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(s.q.dtrlowms));
+        s.port.setdtr(true);
+        std::this_thread::sleep_for(std::chrono::milliseconds(s.q.dtrsettlems));
+    }
     if (s.q.wakeupbytes > 0) {
         Bytes nul((size_t)s.q.wakeupbytes, 0);
         s.port.write(nul.data(), (int)nul.size());
@@ -93,25 +134,28 @@ bool readmore(Session& s, Bytes& buf, size_t want, bool first, int32_t& code)
     return true;
 }
 
-int32_t receive(Session& s, uint8_t command, Bytes& payload)
+int32_t receive(Session& s, uint8_t command, csp::Scan& reply)
 {
     Bytes buf;
     for (;;) {
         csp::Scan sc = csp::scanreply(buf.data(), buf.size(), command, s.q);
         switch (sc.state) {
-        case csp::Scan::complete: payload = sc.payload; return csp2::ok;
+        case csp::Scan::complete: reply = std::move(sc); return csp2::ok;
         case csp::Scan::badcrc: return csp2::crcerror;
         case csp::Scan::badframe: return csp2::charerror;
         case csp::Scan::refused: return statuscode(sc.head);
         case csp::Scan::needmore: break;
         }
-        if (buf.size() > 4096) return csp2::charerror;
+        if (buf.size() > csp::maxframe) return csp2::charerror;
         int32_t code = csp2::ok;
         if (!readmore(s, buf, sc.need, buf.empty(), code)) return code;
     }
 }
 
-int32_t exchange(uint8_t command, const Bytes& request, Bytes& payload)
+void answered(Session& s) { seen(s.device).answered = steady::now(); }
+
+// One command with its request strings; the reply's fixed data and strings in `reply`.
+int32_t exchange(uint8_t command, const std::vector<Bytes>& request, csp::Scan& reply)
 {
     Session& s = session();
     if (!s.bound) return csp2::nocomms;
@@ -119,14 +163,28 @@ int32_t exchange(uint8_t command, const Bytes& request, Bytes& payload)
     for (int t = 0; t < s.retries; ++t) {
         if (t > 0) wake(s);
         s.port.flushinput();
-        Bytes f = csp::frame(command, request);
+        Bytes f = csp::frame(command, {}, request);
         if (!s.port.write(f.data(), (int)f.size())) return csp2::nocomms;
-        int32_t r = receive(s, command, payload);
+        int32_t r = receive(s, command, reply);
+        if (r != csp2::nocomms && r != gone) answered(s);
         if (r == csp2::ok) return r;
         if (r == gone) return csp2::nocomms;
         last = r;
     }
     return last;
+}
+
+// The system status of an interrogate reply: 22 (low battery) and any other value is a good
+// answer; a change to a status other than OK goes to the day's log once.
+void notesystemstatus(Session& s, uint8_t status)
+{
+    Seen& d = seen(s.device);
+    if (d.systemstatus == status) return;
+    d.systemstatus = status;
+    if (status == csp::systemlowbattery)
+        addtologfile("Scanner on " + s.device + " reports a low battery (system status 22)");
+    else if (status != csp::systemok)
+        addtologfile("Scanner on " + s.device + " reports system status " + std::to_string(status));
 }
 
 int32_t upload(Session& s, std::vector<Bytes>& records)
@@ -145,6 +203,8 @@ int32_t upload(Session& s, std::vector<Bytes>& records)
         if ((size_t)r < want) return first && r == 0 ? csp2::nocomms : csp2::charerror;
         first = false;
     }
+    answered(s);
+    if (reader.state() == csp::UploadReader::refused) return csp2::generalerror;
     if (reader.state() != csp::UploadReader::done) return csp2::generalerror;
     records = reader.records();
     return csp2::ok;
@@ -170,8 +230,13 @@ int32_t csp2Init(int32_t port)
     s.q = csp2::quirks();
     if (port < 0 || port > 254) return csp2::setuperror;
     if (!s.port.open(port + 1, csp::baud, serial::Port::odd)) return csp2::setuperror;
+    s.device = serial::devicepath(port + 1);
     s.bound = true;
-    wake(s);
+    // A scanner that answered a moment ago is awake: the DTR edge would only cost time; the
+    // NUL bytes go all the same.
+    auto last = seen(s.device).answered;
+    bool awake = last != steady::time_point{} && steady::now() - last < std::chrono::milliseconds(s.q.awakems);
+    wake(s, !awake);
     return csp2::ok;
 }
 
@@ -196,12 +261,13 @@ int32_t csp2SetRetryCount(int32_t count)
 
 int32_t csp2Interrogate()
 {
-    Bytes reply;
+    csp::Scan reply;
     int32_t r = exchange(csp::cmdinterrogate, {}, reply);
     if (r != csp2::ok) return r;
     csp::Identity id;
-    if (!csp::parseidentity(reply, id)) return csp2::charerror;
+    if (!csp::parseidentity(reply.fixed, id)) return csp2::charerror;
     Session& s = session();
+    notesystemstatus(s, id.status);
     s.version = id.version;
     s.haveversion = true;
     return csp2::ok;
@@ -228,9 +294,10 @@ int32_t csp2ReadData()
 
 int32_t csp2GetASCIIMode()
 {
-    Bytes reply;
-    int32_t r = exchange(csp::cmdgetparam, {csp::paramasciimode}, reply);
+    csp::Scan scan;
+    int32_t r = exchange(csp::cmdgetparam, {{csp::paramasciimode}}, scan);
     if (r != csp2::ok) return r;
+    Bytes reply = scan.first();
     if (reply.size() < 2 || reply[0] != csp::paramasciimode) return csp2::generalerror;
     return reply[1];
 }
@@ -245,9 +312,10 @@ int32_t csp2GetPacket(char* buffer, int32_t index, int32_t maxlen)
 int32_t csp2GetTime(char* buffer)
 {
     if (!buffer) return csp2::badparam;
-    Bytes reply;
-    int32_t r = exchange(csp::cmdgettime, {}, reply);
+    csp::Scan scan;
+    int32_t r = exchange(csp::cmdgettime, {}, scan);
     if (r != csp2::ok) return r;
+    Bytes reply = scan.first();
     if (reply.size() != csp::clocksize) return csp2::generalerror;
     return copyout(reply, 0, buffer, csp::clocksize);
 }
@@ -256,34 +324,35 @@ int32_t csp2SetTime(const char* buffer)
 {
     if (!buffer) return csp2::badparam;
     Bytes clock(buffer, buffer + csp::clocksize);
-    Bytes reply;
-    int32_t r = exchange(csp::cmdsettime, clock, reply);
+    csp::Scan scan;
+    int32_t r = exchange(csp::cmdsettime, {clock}, scan);
     if (r != csp2::ok) return r;
-    return reply == clock ? csp2::ok : csp2::generalerror;
+    return scan.first() == clock ? csp2::ok : csp2::generalerror;
 }
 
 int32_t csp2GetParam(int32_t param, char* buffer, int32_t maxlen)
 {
     if (param < 0 || param > 255) return csp2::badparam;
-    Bytes reply;
-    int32_t r = exchange(csp::cmdgetparam, {(uint8_t)param}, reply);
+    csp::Scan scan;
+    int32_t r = exchange(csp::cmdgetparam, {{(uint8_t)param}}, scan);
     if (r != csp2::ok) return r;
+    Bytes reply = scan.first();
     if (reply.empty() || reply[0] != (uint8_t)param) return csp2::generalerror;
     return copyout(reply, 1, buffer, maxlen);
 }
 
 int32_t csp2SetParam(int32_t param, const char* buffer, int32_t length)
 {
-    if (param < 0 || param > 255 || length < 0 || length > csp::maxrequestpayload - 1 ||
-        (length > 0 && !buffer))
+    int32_t most = (session().bound ? session().q : csp2::quirks()).extendedlength ? csp::maxstring : csp::shortstring;
+    if (param < 0 || param > 255 || length < 0 || length > most - 1 || (length > 0 && !buffer))
         return csp2::badparam;
     Bytes request(1 + (size_t)length);
     request[0] = (uint8_t)param;
     for (int32_t i = 0; i < length; ++i) request[1 + (size_t)i] = (uint8_t)buffer[i];
-    Bytes reply;
-    int32_t r = exchange(csp::cmdsetparam, request, reply);
+    csp::Scan scan;
+    int32_t r = exchange(csp::cmdsetparam, {request}, scan);
     if (r != csp2::ok) return r;
-    return reply == request ? csp2::ok : csp2::generalerror;
+    return scan.first() == request ? csp2::ok : csp2::generalerror;
 }
 
 int32_t csp2GetSwVersion(char* buffer, int32_t maxlen)
@@ -301,12 +370,12 @@ int32_t csp2GetSwVersion(char* buffer, int32_t maxlen)
 
 int32_t csp2ClearData()
 {
-    Bytes reply;
+    csp::Scan reply;
     return exchange(csp::cmdcleardata, {}, reply);
 }
 
 int32_t csp2PowerDown()
 {
-    Bytes reply;
+    csp::Scan reply;
     return exchange(csp::cmdpowerdown, {}, reply);
 }

@@ -4,6 +4,7 @@
 // ("known unknowns") instead of being spread over the code.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 namespace csp {
@@ -13,30 +14,42 @@ constexpr int baud = 9600;
 constexpr int bitsperbyte = 11;  // start, 8 data bits, odd parity, stop
 
 // ---- frame ---------------------------------------------------------------------------
-// [command or status] [STX] [length] [payload] [pad 0x00 when length > 0] [CRC hi] [CRC lo]
+// request  [command] [STX] [strings] [0x00] [CRC hi] [CRC lo]
+// reply    [status]  [STX] [fixed data] [strings] [0x00] [CRC hi] [CRC lo]
+// A string is a length byte (1 to 250) and that many bytes; the zero byte closes the list.
 constexpr uint8_t stx = 0x02;
-constexpr int maxrequestpayload = 31;   // the top 3 bits of a request's length are 0
+constexpr int maxstring = 250;
+constexpr int shortstring = 31;   // the most a length byte counts when only its low 5 bits do
+constexpr std::size_t maxframe = 4096; // a reply longer than this is garbage (the upload excepted)
 
 // ---- commands ------------------------------------------------------------------------
 constexpr uint8_t cmdinterrogate = 0x01;
 constexpr uint8_t cmdcleardata = 0x02;
 constexpr uint8_t cmdsetparam = 0x03;
+constexpr uint8_t cmdsetdefaults = 0x04;
 constexpr uint8_t cmdpowerdown = 0x05;
 constexpr uint8_t cmdupload = 0x07;
 constexpr uint8_t cmdgetparam = 0x08;
 constexpr uint8_t cmdsettime = 0x09;
 constexpr uint8_t cmdgettime = 0x0A;
 
-// ---- status bytes, when a reply starts with one -------------------------------------
+// ---- status bytes, the first byte of a reply ----------------------------------------
 constexpr uint8_t statusok = 0x06;
 constexpr uint8_t statusunsupported = 0x05;
 constexpr uint8_t statuscrc = 0x07;
 constexpr uint8_t statuscharacter = 0x08;
 constexpr uint8_t statusgeneral = 0x09;
 
+// ---- system status, in the interrogate reply ------------------------------------------
+constexpr uint8_t systemok = 0x00;
+constexpr uint8_t systemlowbattery = 0x16;   // 22: a good answer; the battery wants charging
+
 // ---- payloads ------------------------------------------------------------------------
 constexpr int serialsize = 8;        // device serial in the interrogate and upload replies
 constexpr int versionsize = 8;       // software version text in the interrogate reply
+// Fixed data of the interrogate reply: protocol version, system status, serial, version.
+constexpr int identitysize = 2 + serialsize + versionsize;
+constexpr uint8_t protocolversion = 0x01;   // what the emulator reports; the driver reads any
 constexpr int clocksize = 6;         // second, minute, hour, day, month, year (two digits)
 constexpr int stampsize = 4;         // packed time stamp at the end of a record
 constexpr int recordoverhead = 5;    // code type + stamp, counted by a record's length byte
@@ -52,16 +65,24 @@ constexpr int bytetimeoutms = 200;       // between two bytes of one reply
 constexpr int defaultretries = 3;        // tries per command until csp2SetRetryCount
 
 // ---- known unknowns --------------------------------------------------------------------
-// Whether the first byte of a reply repeats the command code or is a status byte.
+// Whether the first byte of a reply is a status byte (the published shape) or repeats the
+// command code (a fallback for firmware that may do so).
 enum class ReplyHead { echo, status };
 
 struct Quirks {
-    ReplyHead replyhead = ReplyHead::echo;
-    // Replies whose payload exceeds 31 bytes (a 32-byte parameter) count the top 3 bits of the
-    // length byte as multiples of 32. Off: such a value is cut to what 31 bytes carry.
+    ReplyHead replyhead = ReplyHead::status;
+    // A string's length byte counts all 8 bits (the published shape). Off: only its low 5
+    // bits count, so that a string holds at most 31 bytes and the 32-byte scratch pad comes
+    // cut to 30 value bytes.
     bool extendedlength = true;
-    // A scanner asleep drops what wakes it: the driver sends this many NUL bytes and waits
-    // before the first command of a session and before each retry.
+    // Waking a sleeping scanner, which drops the bytes that reach it asleep: DTR lowered for
+    // dtrlowms, raised, dtrsettlems of quiet, then the command. Done at the start of a
+    // session on a port that has not answered for awakems, and before each retry.
+    bool wakedtr = true;
+    int dtrlowms = 175;
+    int dtrsettlems = 100;
+    int awakems = 5000;
+    // A second measure: this many NUL bytes and a pause of wakeupdelayms after the DTR edge.
     int wakeupbytes = 1;
     int wakeupdelayms = 30;
 };

@@ -1,5 +1,8 @@
 #include "platform/csp2_protocol.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "platform/crc16.h"
 
 namespace csp {
@@ -18,15 +21,11 @@ bool crcok(const uint8_t* p, size_t n)
     return p[n - 2] == (uint8_t)(c >> 8) && p[n - 1] == (uint8_t)(c & 0xFF);
 }
 
-bool statusbyte(uint8_t b)
-{
-    return b == statusok || b == statusunsupported || b == statuscrc || b == statuscharacter ||
-           b == statusgeneral;
-}
-
-// Scans a length-framed frame whose head passes `goodhead`.
-template <typename HeadTest>
-Scan scanframe(const uint8_t* buf, size_t n, bool extended, bool requestlimits, HeadTest goodhead)
+// Scans [head][STX][fixed][strings][0][CRC] at the front of buf. `fixedof` gives the fixed
+// data for a head; `mask` the bits of a length byte that count; `strict` makes a length byte
+// with other bits set a bad frame.
+template <typename HeadTest, typename Fixed>
+Scan scanframe(const uint8_t* buf, size_t n, uint8_t mask, bool strict, HeadTest goodhead, Fixed fixedof)
 {
     Scan s;
     size_t i = 0;
@@ -38,19 +37,31 @@ Scan scanframe(const uint8_t* buf, size_t n, bool extended, bool requestlimits, 
     s.skipped = i;
     const uint8_t* f = buf + i;
     size_t have = n - i;
-    if (have < 3) {
-        s.need = 3 - have;
+    if (have < 2) {
+        s.need = 2 - have;
         return s;
     }
     s.head = f[0];
-    uint8_t lb = f[2];
-    if (requestlimits && (lb & 0xE0)) {
-        s.state = Scan::badframe;
-        s.used = i + 3;
-        return s;
+    size_t fixed = fixedof(f[0]);
+    size_t at = 2 + fixed;
+    std::vector<std::pair<size_t, size_t>> spans;  // each string's start and length
+    for (;;) {
+        if (at >= have) {
+            s.need = at + 1 - have;
+            return s;
+        }
+        uint8_t lb = f[at];
+        if (lb == 0) break;
+        if ((strict && (lb & ~mask)) || at > maxframe) {
+            s.state = Scan::badframe;
+            s.used = i + at + 1;
+            return s;
+        }
+        size_t len = lb & mask;
+        spans.emplace_back(at + 1, len);
+        at += 1 + len;
     }
-    size_t len = (size_t)(lb & 0x1F) + (extended ? 32u * (lb >> 5) : 0u);
-    size_t total = 3 + len + (len > 0 ? 1 : 0) + 2;
+    size_t total = at + 1 + 2;
     if (have < total) {
         s.need = total - have;
         return s;
@@ -60,17 +71,24 @@ Scan scanframe(const uint8_t* buf, size_t n, bool extended, bool requestlimits, 
         s.state = Scan::badcrc;
         return s;
     }
-    s.payload.assign(f + 3, f + 3 + len);
+    s.fixed.assign(f + 2, f + 2 + fixed);
+    for (auto [from, len] : spans) s.strings.emplace_back(f + from, f + from + len);
     s.state = Scan::complete;
     return s;
 }
 
 }  // namespace
 
+bool statusbyte(uint8_t b)
+{
+    return b == statusok || b == statusunsupported || b == statuscrc || b == statuscharacter ||
+           b == statusgeneral;
+}
+
 bool knowncommand(uint8_t c)
 {
-    return c == cmdinterrogate || c == cmdcleardata || c == cmdsetparam || c == cmdpowerdown ||
-           c == cmdupload || c == cmdgetparam || c == cmdsettime || c == cmdgettime;
+    return c == cmdinterrogate || c == cmdcleardata || c == cmdsetparam || c == cmdsetdefaults ||
+           c == cmdpowerdown || c == cmdupload || c == cmdgetparam || c == cmdsettime || c == cmdgettime;
 }
 
 uint8_t replyhead(uint8_t command, const Quirks& q)
@@ -78,28 +96,47 @@ uint8_t replyhead(uint8_t command, const Quirks& q)
     return q.replyhead == ReplyHead::echo ? command : statusok;
 }
 
-Bytes frame(uint8_t head, const Bytes& payload)
+size_t fixedsize(uint8_t command)
 {
-    Bytes b{head, stx, (uint8_t)((payload.size() & 0x1F) | ((payload.size() / 32) << 5))};
-    b.insert(b.end(), payload.begin(), payload.end());
-    if (!payload.empty()) b.push_back(0x00);
+    return command == cmdinterrogate ? (size_t)identitysize : command == cmdupload ? (size_t)serialsize : 0;
+}
+
+Bytes frame(uint8_t head, const Bytes& fixed, const std::vector<Bytes>& strings)
+{
+    Bytes b{head, stx};
+    b.insert(b.end(), fixed.begin(), fixed.end());
+    for (const auto& str : strings) {
+        size_t len = std::min(str.size(), (size_t)maxstring);
+        if (len == 0) continue;
+        b.push_back((uint8_t)len);
+        b.insert(b.end(), str.begin(), str.begin() + (long)len);
+    }
+    b.push_back(0x00);
     appendcrc(b);
     return b;
+}
+
+Bytes frame(uint8_t head, const Bytes& string)
+{
+    return string.empty() ? frame(head, {}, {}) : frame(head, {}, {string});
 }
 
 Scan scanreply(const uint8_t* buf, size_t n, uint8_t command, const Quirks& q)
 {
     bool echo = q.replyhead == ReplyHead::echo;
-    Scan s = scanframe(buf, n, q.extendedlength, false, [&](uint8_t b) {
-        return echo ? b == command : statusbyte(b);
-    });
+    uint8_t mask = q.extendedlength ? 0xFF : 0x1F;
+    Scan s = scanframe(
+        buf, n, mask, false, [&](uint8_t b) { return echo ? b == command : statusbyte(b); },
+        [&](uint8_t head) { return echo || head == statusok ? fixedsize(command) : 0; });
     if (s.state == Scan::complete && !echo && s.head != statusok) s.state = Scan::refused;
     return s;
 }
 
-Scan scanrequest(const uint8_t* buf, size_t n)
+Scan scanrequest(const uint8_t* buf, size_t n, const Quirks& q)
 {
-    return scanframe(buf, n, false, true, [](uint8_t b) { return knowncommand(b); });
+    uint8_t mask = q.extendedlength ? 0xFF : 0x1F;
+    return scanframe(
+        buf, n, mask, !q.extendedlength, [](uint8_t b) { return knowncommand(b); }, [](uint8_t) { return size_t{0}; });
 }
 
 // ---- upload reply --------------------------------------------------------------------
@@ -190,7 +227,7 @@ Bytes uploadreply(const Bytes& serial, const std::vector<Bytes>& records, const 
 
 Bytes identitypayload(const Identity& id)
 {
-    Bytes b{id.status};
+    Bytes b{id.protocol, id.status};
     Bytes sn = id.serial;
     sn.resize(serialsize, 0);
     b.insert(b.end(), sn.begin(), sn.end());
@@ -202,10 +239,11 @@ Bytes identitypayload(const Identity& id)
 
 bool parseidentity(const Bytes& p, Identity& id)
 {
-    if (p.size() < 1 + serialsize + versionsize) return false;
-    id.status = p[0];
-    id.serial.assign(p.begin() + 1, p.begin() + 1 + serialsize);
-    id.version.assign(p.begin() + 1 + serialsize, p.begin() + 1 + serialsize + versionsize);
+    if (p.size() != (size_t)identitysize) return false;
+    id.protocol = p[0];
+    id.status = p[1];
+    id.serial.assign(p.begin() + 2, p.begin() + 2 + serialsize);
+    id.version.assign(p.begin() + 2 + serialsize, p.end());
     return true;
 }
 

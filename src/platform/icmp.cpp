@@ -4,18 +4,30 @@
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
+#include <fcntl.h>
 #include <netinet/in.h>
 #include <poll.h>
+#include <spawn.h>
+#include <string>
 #include <sys/socket.h>
+#include <sys/wait.h>
 #include <unistd.h>
 #include <vector>
 
+extern char** environ;
+
 // Echoes go through a kernel ping socket (SOCK_DGRAM, IPPROTO_ICMP) where the system allows
-// it for this user, otherwise through a raw ICMP socket (root). The kernel sets the id of a
-// ping socket's echoes and hands it only its own replies, without the IP header; a raw socket
-// sees every ICMP packet, the IP header first, our own request on loopback among them, so
-// its replies are matched by type, id and sequence.
+// it for this user (net.ipv4.ping_group_range), otherwise through a raw ICMP socket (root or
+// CAP_NET_RAW), otherwise through the system's ping program, which holds the privilege an
+// ordinary user lacks. The kernel sets the id of a ping socket's echoes and hands it only its
+// own replies, without the IP header; a raw socket sees every ICMP packet, the IP header
+// first, our own request on loopback among them, so its replies are matched by type, id and
+// sequence. The ping program is started with an argument vector (no shell) and judged by its
+// exit status: 0 a reply came, 1 none came, anything else a failure.
 
 namespace {
 
@@ -25,7 +37,7 @@ constexpr uint8_t ICMP_ECHOREPLY = 0, ICMP_DEST_UNREACH = 3, ICMP_ECHO = 8, ICMP
 constexpr uint8_t ICMP_NET_UNREACH = 0, ICMP_PORT_UNREACH = 3;
 
 struct Handle {
-    int fd = -1;
+    int fd = -1;               // -1: echoes go through the ping program
     bool raw = false;
     uint16_t id = 0;
     uint16_t sequence = 0;
@@ -36,6 +48,32 @@ bool& noreplyflag()
 {
     static bool on = false;
     return on;
+}
+
+bool& programflag()
+{
+    static bool on = false;
+    return on;
+}
+
+// The system's ping program: the first executable `ping` on PATH, or in the usual folders.
+std::string pingprogram()
+{
+    std::vector<std::string> folders;
+    const char* path = std::getenv("PATH");
+    std::string p = path ? path : "";
+    for (size_t at = 0; at <= p.size();) {
+        size_t end = p.find(':', at);
+        if (end == std::string::npos) end = p.size();
+        if (end > at) folders.push_back(p.substr(at, end - at));
+        at = end + 1;
+    }
+    folders.insert(folders.end(), {"/usr/bin", "/bin", "/usr/sbin", "/sbin"});
+    for (const auto& f : folders) {
+        std::string candidate = f + "/ping";
+        if (::access(candidate.c_str(), X_OK) == 0) return candidate;
+    }
+    return "";
 }
 
 uint16_t checksum(const uint8_t* p, size_t n)
@@ -113,6 +151,101 @@ uint32_t fail(ICMP_ECHO_REPLY* reply, uint32_t status)
     return 0;
 }
 
+// One echo through the ping program. Its output names an ICMP error when one came back.
+uint32_t programecho(uint32_t address, const void* data, uint16_t size, int ttl, uint32_t timeoutms,
+                     ICMP_ECHO_REPLY* reply, std::vector<uint8_t>& kept)
+{
+    std::string program = pingprogram();
+    if (program.empty()) return fail(reply, IP_GENERAL_FAILURE);
+    char dotted[INET_ADDRSTRLEN] = {};
+    in_addr a = toinaddr(address);
+    ::inet_ntop(AF_INET, &a, dotted, sizeof dotted);
+    char wait[32];
+    std::snprintf(wait, sizeof wait, "%.3f", std::max<uint32_t>(timeoutms, 1) / 1000.0);
+    std::string pattern;
+    static const char* digits = "0123456789abcdef";
+    for (uint16_t i = 0; i < size && i < 16; ++i) {
+        uint8_t b = static_cast<const uint8_t*>(data)[i];
+        pattern += digits[b >> 4];
+        pattern += digits[b & 15];
+    }
+    std::vector<std::string> args{program, "-n", "-c", "1", "-W", wait, "-t", std::to_string(ttl), "-s",
+                                  std::to_string(size)};
+    if (!pattern.empty()) args.insert(args.end(), {"-p", pattern});
+    args.push_back(dotted);
+    std::vector<char*> argv;
+    for (auto& arg : args) argv.push_back(arg.data());
+    argv.push_back(nullptr);
+
+    int out[2];
+    if (::pipe2(out, O_CLOEXEC) != 0) return fail(reply, IP_GENERAL_FAILURE);
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_adddup2(&actions, out[1], 1);
+    posix_spawn_file_actions_addopen(&actions, 2, "/dev/null", O_WRONLY, 0);
+    // The C locale, so that the output reads the same everywhere.
+    std::vector<std::string> env{"LC_ALL=C", "PATH=/usr/bin:/bin:/usr/sbin:/sbin"};
+    std::vector<char*> envp;
+    for (auto& e : env) envp.push_back(e.data());
+    envp.push_back(nullptr);
+    auto start = std::chrono::steady_clock::now();
+    pid_t pid = 0;
+    int spawned = posix_spawn(&pid, program.c_str(), &actions, nullptr, argv.data(), envp.data());
+    posix_spawn_file_actions_destroy(&actions);
+    ::close(out[1]);
+    if (spawned != 0) {
+        ::close(out[0]);
+        return fail(reply, IP_GENERAL_FAILURE);
+    }
+    // Its output until it ends; a program that hangs past the time-out and a grace is stopped.
+    std::string text;
+    auto deadline = start + std::chrono::milliseconds(timeoutms + 3000);
+    char chunk[512];
+    for (;;) {
+        auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now()).count();
+        if (left <= 0) {
+            ::kill(pid, SIGKILL);
+            break;
+        }
+        pollfd p{out[0], POLLIN, 0};
+        int ready = ::poll(&p, 1, (int)left);
+        if (ready < 0 && errno == EINTR) continue;
+        if (ready <= 0) continue;
+        ssize_t n = ::read(out[0], chunk, sizeof chunk);
+        if (n < 0 && errno == EINTR) continue;
+        if (n <= 0) break;
+        text.append(chunk, (size_t)n);
+    }
+    ::close(out[0]);
+    int status = 0;
+    while (::waitpid(pid, &status, 0) < 0 && errno == EINTR) {
+    }
+    auto elapsed = std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start);
+    int code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    if (code == 1) {
+        if (text.find("Time to live exceeded") != std::string::npos) return fail(reply, IP_TTL_EXPIRED_TRANSIT);
+        if (text.find("Destination Net Unreachable") != std::string::npos) return fail(reply, IP_DEST_NET_UNREACHABLE);
+        if (text.find("Destination Port Unreachable") != std::string::npos) return fail(reply, IP_DEST_PORT_UNREACHABLE);
+        if (text.find("Unreachable") != std::string::npos) return fail(reply, IP_DEST_HOST_UNREACHABLE);
+        return fail(reply, IP_REQ_TIMED_OUT);
+    }
+    if (code != 0) return fail(reply, IP_GENERAL_FAILURE);
+    // "time=0.061 ms" when the payload was big enough to carry a time stamp; else the wait.
+    uint32_t roundtrip = (uint32_t)elapsed.count();
+    size_t at = text.find("time=");
+    if (at != std::string::npos) roundtrip = (uint32_t)std::atof(text.c_str() + at + 5);
+    size_t ttlat = text.find("ttl=");
+    if (ttlat != std::string::npos) reply->Options.Ttl = (uint8_t)std::atoi(text.c_str() + ttlat + 4);
+    reply->Address = address;
+    reply->Status = IP_SUCCESS;
+    reply->RoundTripTime = roundtrip;
+    // The program compares the echoed bytes with what it sent and says so when they differ.
+    kept.assign(static_cast<const uint8_t*>(data), static_cast<const uint8_t*>(data) + size);
+    reply->DataSize = size;
+    reply->Data = kept.data();
+    return 1;
+}
+
 }  // namespace
 
 int WSAStartup(uint16_t, void*) { return 0; }
@@ -120,13 +253,16 @@ int WSACleanup() { return 0; }
 
 IcmpHandle IcmpCreateFile()
 {
-    int fd = ::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, IPPROTO_ICMP);
+    int fd = -1;
     bool raw = false;
-    if (fd < 0) {
-        fd = ::socket(AF_INET, SOCK_RAW | SOCK_CLOEXEC, IPPROTO_ICMP);
-        raw = true;
+    if (!programflag()) {
+        fd = ::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, IPPROTO_ICMP);
+        if (fd < 0) {
+            fd = ::socket(AF_INET, SOCK_RAW | SOCK_CLOEXEC, IPPROTO_ICMP);
+            raw = true;
+        }
     }
-    if (fd < 0) return INVALID_ICMP_HANDLE;
+    if (fd < 0 && pingprogram().empty()) return INVALID_ICMP_HANDLE;
     static uint16_t serial = 0;
     auto* h = new Handle;
     h->fd = fd;
@@ -139,7 +275,7 @@ int IcmpCloseHandle(IcmpHandle handle)
 {
     auto* h = static_cast<Handle*>(handle);
     if (!h) return 0;
-    ::close(h->fd);
+    if (h->fd >= 0) ::close(h->fd);
     delete h;
     return 1;
 }
@@ -156,6 +292,7 @@ uint32_t IcmpSendEcho(IcmpHandle handle, uint32_t address, const void* data, uin
     if (noreplyflag()) return fail(reply, IP_REQ_TIMED_OUT);
 
     int ttl = options && options->Ttl ? options->Ttl : 128;
+    if (h->fd < 0) return programecho(address, data, size, ttl, timeoutms, reply, h->data);
     ::setsockopt(h->fd, IPPROTO_IP, IP_TTL, &ttl, sizeof ttl);
 
     std::vector<uint8_t> packet(8 + size);
@@ -216,5 +353,10 @@ uint32_t IcmpSendEcho(IcmpHandle handle, uint32_t address, const void* data, uin
 
 namespace icmp::inject {
 void noreply(bool on) { noreplyflag() = on; }
-void reset() { noreplyflag() = false; }
+void useprogram(bool on) { programflag() = on; }
+void reset()
+{
+    noreplyflag() = false;
+    programflag() = false;
+}
 }  // namespace icmp::inject

@@ -46,5 +46,7 @@ int IcmpCloseHandle(IcmpHandle handle);
 namespace icmp::inject {
 // Every echo from now on times out (IP_REQ_TIMED_OUT), as a dead server would.
 void noreply(bool on);
+// Handles made from now on use the system's ping program even where a socket would do.
+void useprogram(bool on);
 void reset();
 }  // namespace icmp::inject

@@ -7,6 +7,7 @@
 
 #include "platform/opl_link.h"
 #include "platform/paths.h"
+#include "core/runtimeerror.h"
 
 namespace loaddll {
 namespace {
@@ -75,7 +76,7 @@ void LoadDll::start(Operation op)
 void LoadDll::status(int progress, int code, const std::string& text)
 {
     QMetaObject::invokeMethod(
-        this, [this, progress, code, text] { emit Status(progress, code, QString::fromLatin1(text.c_str())); },
+        this, guard([this, progress, code, text] { emit Status(progress, code, QString::fromLatin1(text.c_str())); }),
         Qt::QueuedConnection);
 }
 

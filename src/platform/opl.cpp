@@ -7,6 +7,7 @@
 #include "platform/loaddll.h"
 #include "platform/opl_link.h"
 #include "platform/paths.h"
+#include "core/runtimeerror.h"
 
 namespace opl {
 namespace {
@@ -30,7 +31,7 @@ void Control::settarget(const std::string& file) { target_ = file; }
 
 void Control::post(std::function<void()> f)
 {
-    QMetaObject::invokeMethod(this, std::move(f), Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, guard(std::move(f)), Qt::QueuedConnection);
 }
 
 int Control::fail(int status, const std::string& text)
@@ -247,11 +248,11 @@ void Control::stopdownload()
 bool Control::loadsoftware(const std::string& imagefile)
 {
     loader_ = std::make_unique<loaddll::LoadDll>();
-    connect(loader_.get(), &loaddll::LoadDll::Status, this, [this](int progress, int code, const QString& text) {
+    connect(loader_.get(), &loaddll::LoadDll::Status, this, guard([this](int progress, int code, const QString& text) {
         if (code >= 1 && code <= 999) emit Error(text);
         else if (code == loaddll::loadfinished) emit DownloadComplete();
         else if (code == loaddll::progressfirst || code == loaddll::progresssecond) emit DownloadProgress(progress);
-    });
+    }));
     loader_->setport(port_);
     loader_->setfile(imagefile);
     loader_->setstep(0);

@@ -123,6 +123,7 @@ bool Port::openpath(const std::string& device, int baud, Parity parity)
         return false;
     }
     fd_ = fd;
+    baud_ = baud;
     device_ = device;
     ++heldhere()[device_];
     return true;
@@ -183,6 +184,22 @@ bool Port::write(const uint8_t* buf, int n)
         return false;
     }
     return true;
+}
+
+bool Port::setdtr(bool on)
+{
+    if (fd_ < 0) return false;
+    int bit = TIOCM_DTR;
+    if (::ioctl(fd_, on ? TIOCMBIS : TIOCMBIC, &bit) == 0) return true;
+    if (errno != ENOTTY && errno != EINVAL) return false;
+    termios t{};
+    if (::tcgetattr(fd_, &t) != 0) return false;
+    speed_t speed = on ? speedof(baud_) : B0;
+    cfsetospeed(&t, speed);
+    cfsetispeed(&t, on ? speed : B0);
+    ::tcsetattr(fd_, TCSANOW, &t);  // fails in part on a pty (parity), as at the open
+    termios got{};
+    return ::tcgetattr(fd_, &got) == 0 && cfgetospeed(&got) == speed;
 }
 
 void Port::flushinput()

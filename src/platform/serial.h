@@ -32,10 +32,15 @@ public:
     // Writes all of the bytes; false when the device has gone.
     bool write(const uint8_t* buf, int n);
     void flushinput();
+    // Raises or lowers DTR. A port without modem lines (a pseudo-terminal) takes the
+    // hang-up form instead: its speed set to 0 while DTR is low, which is how a POSIX line
+    // drops DTR and what the scanner emulator watches. False when the line took neither.
+    bool setdtr(bool on);
     int fd() const { return fd_; }
 
 private:
     int fd_ = -1;
+    int baud_ = 9600;
     std::string device_;
 };
 

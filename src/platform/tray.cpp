@@ -5,6 +5,7 @@
 #include <QSystemTrayIcon>
 #include <QWidget>
 #include <map>
+#include "core/runtimeerror.h"
 
 // One icon in the notification area, kept as the record the program last gave it. The
 // record is kept even where the desktop has no notification area (the offscreen platform,
@@ -58,8 +59,8 @@ QSystemTrayIcon* qticon()
     auto& s = state();
     if (!s.icon && qobject_cast<QApplication*>(QCoreApplication::instance())) {
         s.icon = new QSystemTrayIcon(QCoreApplication::instance());
-        QObject::connect(s.icon, &QSystemTrayIcon::activated, activated);
-        QObject::connect(s.icon, &QObject::destroyed, [] { state().icon = nullptr; });
+        QObject::connect(s.icon, &QSystemTrayIcon::activated, guard(activated));
+        QObject::connect(s.icon, &QObject::destroyed, guard([] { state().icon = nullptr; }));
     }
     return s.icon;
 }
@@ -119,7 +120,7 @@ void setmousehandler(QWidget* owner, std::function<void(int x)> handler)
     }
     bool known = s.handlers.count(owner) > 0;
     s.handlers[owner] = std::move(handler);
-    if (!known) QObject::connect(owner, &QObject::destroyed, [owner] { state().handlers.erase(owner); });
+    if (!known) QObject::connect(owner, &QObject::destroyed, guard([owner] { state().handlers.erase(owner); }));
 }
 
 bool available()

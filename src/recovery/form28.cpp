@@ -29,10 +29,10 @@ Form28::Form28(QWidget* parent) : QWidget(parent)
     Label4.setcaption("Finished");
     Label4.setAlignment(Qt::AlignCenter);
 
-    connect(&List1, &ListBox::doubleclicked, this, [this] { guarded([this] { list1dblclick(); }); });
-    connect(&List2, &ListBox::doubleclicked, this, [this] { guarded([this] { list2dblclick(); }); });
-    connect(&Cancel, &PictureBox::clicked, this, &Form28::finished);
-    connect(&Label4, &Caption::clicked, this, &Form28::finished);
+    connect(&List1, &ListBox::doubleclicked, this, guard([this] { list1dblclick(); }));
+    connect(&List2, &ListBox::doubleclicked, this, guard([this] { list2dblclick(); }));
+    connect(&Cancel, &PictureBox::clicked, this, guard(std::bind_front(&Form28::finished, this)));
+    connect(&Label4, &Caption::clicked, this, guard(std::bind_front(&Form28::finished, this)));
 }
 
 void Form28::finished()

@@ -16,6 +16,7 @@
 #include "platform/opl.h"
 #include "platform/serial.h"
 #include "runtime/vb.h"
+#include "core/runtimeerror.h"
 
 namespace {
 
@@ -89,8 +90,8 @@ Form7::Form7(QWidget* parent) : QDialog(parent)
     for (QLineEdit* t : {Text1, Text2, Text3}) t->hide();
     Timer1 = new QTimer(this);
     Timer2 = new QTimer(this);
-    connect(Timer1, &QTimer::timeout, this, &Form7::Timer1_Timer);
-    connect(Timer2, &QTimer::timeout, this, &Form7::Timer2_Timer);
+    connect(Timer1, &QTimer::timeout, this, guard(std::bind_front(&Form7::Timer1_Timer, this)));
+    connect(Timer2, &QTimer::timeout, this, guard(std::bind_front(&Form7::Timer2_Timer, this)));
 }
 
 Form7::~Form7() = default;
@@ -214,7 +215,7 @@ void Form7::runportscan(int Port)
     if (type == 1) {
         error = 0;
         opl = std::make_unique<opl::Control>();
-        connect(opl.get(), &opl::Control::Error, this, &Form7::opl_Error);
+        connect(opl.get(), &opl::Control::Error, this, guard(std::bind_front(&Form7::opl_Error, this)));
         opl->setport(Port);
         if (g().oplportstate == 0) {
             opl->openport();
@@ -224,6 +225,8 @@ void Form7::runportscan(int Port)
         }
         opl->readlinecount();
         QCoreApplication::processEvents();
+        // Cancel, clicked while the events ran, has closed the port and released the control.
+        if (!opl) return;
         if (error == 0) {
             opl->readid();
             Text2->setText("1000");

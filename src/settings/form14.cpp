@@ -6,6 +6,7 @@
 #include "pipeline/screens.h"
 #include "platform/dialogs.h"
 #include "settings/englines.h"
+#include "core/runtimeerror.h"
 
 namespace {
 constexpr int addpicture = 11;
@@ -28,11 +29,11 @@ Form14::Form14(QWidget* parent) : QWidget(parent)
     AddLabel.setcaption("Update ID");
     AddLabel.setAlignment(Qt::AlignCenter);
 
-    connect(&Add, &PictureBox::clicked, this, &Form14::addfunc);
-    connect(&AddLabel, &Caption::clicked, this, &Form14::addfunc);
-    connect(&List1, &ListBox::doubleclicked, this, [this] {
+    connect(&Add, &PictureBox::clicked, this, guard(std::bind_front(&Form14::addfunc, this)));
+    connect(&AddLabel, &Caption::clicked, this, guard(std::bind_front(&Form14::addfunc, this)));
+    connect(&List1, &ListBox::doubleclicked, this, guard([this] {
         if (List1.listindex() >= 0) chooserow(List1.listindex());
-    });
+    }));
 }
 
 void Form14::setuplist()

@@ -13,6 +13,7 @@
 #include "settings/form2.h"
 #include "settings/lights.h"
 #include "settings/storecheck.h"
+#include "core/runtimeerror.h"
 
 Form17::Form17(QWidget* parent) : QWidget(parent)
 {
@@ -54,10 +55,10 @@ Form17::Form17(QWidget* parent) : QWidget(parent)
     CancelLabel.setcaption("Close");
     CancelLabel.setAlignment(Qt::AlignCenter);
 
-    connect(&Undo, &PictureBox::clicked, this, &Form17::runtests);
-    connect(&UndoLabel, &Caption::clicked, this, &Form17::runtests);
-    connect(&Cancel, &PictureBox::clicked, this, &Form17::closescreen);
-    connect(&CancelLabel, &Caption::clicked, this, &Form17::closescreen);
+    connect(&Undo, &PictureBox::clicked, this, guard(std::bind_front(&Form17::runtests, this)));
+    connect(&UndoLabel, &Caption::clicked, this, guard(std::bind_front(&Form17::runtests, this)));
+    connect(&Cancel, &PictureBox::clicked, this, guard(std::bind_front(&Form17::closescreen, this)));
+    connect(&CancelLabel, &Caption::clicked, this, guard(std::bind_front(&Form17::closescreen, this)));
 }
 
 void Form17::runtests()

@@ -8,6 +8,7 @@
 #include "settings/form4.h"
 #include "settings/setupdisplay.h"
 #include "settings/setupports.h"
+#include "core/runtimeerror.h"
 
 std::string LocalAddress::LocalIP() const
 {
@@ -132,10 +133,10 @@ Form2::Form2(QWidget* parent) : QWidget(parent)
     for (int i = 1; i <= 3; ++i) {
         ComboBox* box = &SPorts[i];
         for (auto signal : {&ComboBox::changed, &ComboBox::clicked, &ComboBox::lostfocus})
-            connect(box, signal, this, [i] { checkcomport(i); });
+            connect(box, signal, this, guard([i] { checkcomport(i); }));
     }
-    connect(&FitterList, &PictureBox::clicked, this, openengineerlist);
-    connect(&Label4[9], &Caption::clicked, this, openengineerlist);
+    connect(&FitterList, &PictureBox::clicked, this, guard(openengineerlist));
+    connect(&Label4[9], &Caption::clicked, this, guard(openengineerlist));
     wireevents();
 }
 

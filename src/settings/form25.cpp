@@ -4,6 +4,7 @@
 #include "core/imagelists.h"
 #include "settings/form2.h"
 #include "settings/storecheck.h"
+#include "core/runtimeerror.h"
 
 namespace {
 
@@ -43,8 +44,8 @@ Form25::Form25(QWidget* parent) : QWidget(parent)
     place(Label4[1], this, "Label4", 1, 4080, 3150, 960, 300);
     Label4[1].setcaption("Close");
     Label4[1].setAlignment(Qt::AlignCenter);
-    connect(&Delete, &PictureBox::clicked, this, &QWidget::hide);
-    connect(&Label4[1], &Caption::clicked, this, &QWidget::hide);
+    connect(&Delete, &PictureBox::clicked, this, guard(std::bind_front(&QWidget::hide, this)));
+    connect(&Label4[1], &Caption::clicked, this, guard(std::bind_front(&QWidget::hide, this)));
 
     resetscreen();
 }

@@ -6,6 +6,7 @@
 #include "platform/profile.h"
 #include "runtime/vb.h"
 #include "settings/settingsread.h"
+#include "core/runtimeerror.h"
 
 Form3::Form3(QWidget* parent) : QWidget(parent)
 {
@@ -37,8 +38,8 @@ Form3::Form3(QWidget* parent) : QWidget(parent)
     Label6.setWordWrap(true);
     Label6.hide();
 
-    connect(&OK, &PictureBox::clicked, this, &Form3::updatedata);
-    connect(&OKLabel, &Caption::clicked, this, &Form3::updatedata);
+    connect(&OK, &PictureBox::clicked, this, guard(std::bind_front(&Form3::updatedata, this)));
+    connect(&OKLabel, &Caption::clicked, this, guard(std::bind_front(&Form3::updatedata, this)));
 }
 
 void Form3::setheight(int units) { resize(width(), twips(units)); }

@@ -6,6 +6,7 @@
 #include "settings/englines.h"
 #include "settings/form2.h"
 #include "settings/form5.h"
+#include "core/runtimeerror.h"
 
 namespace {
 constexpr int addpicture = 10, cancelpicture = 3;
@@ -30,13 +31,13 @@ Form4::Form4(QWidget* parent) : QWidget(parent)
     Label4[1].setcaption("Cancel");
     Label4[1].setAlignment(Qt::AlignCenter);
 
-    connect(&Add[1], &PictureBox::clicked, this, &Form4::addengineer);
-    connect(&Label4[0], &Caption::clicked, this, &Form4::addengineer);
-    connect(&Cancel, &PictureBox::clicked, this, &Form4::cancel);
-    connect(&Label4[1], &Caption::clicked, this, &Form4::cancel);
-    connect(&List1, &ListBox::doubleclicked, this, [this] {
+    connect(&Add[1], &PictureBox::clicked, this, guard(std::bind_front(&Form4::addengineer, this)));
+    connect(&Label4[0], &Caption::clicked, this, guard(std::bind_front(&Form4::addengineer, this)));
+    connect(&Cancel, &PictureBox::clicked, this, guard(std::bind_front(&Form4::cancel, this)));
+    connect(&Label4[1], &Caption::clicked, this, guard(std::bind_front(&Form4::cancel, this)));
+    connect(&List1, &ListBox::doubleclicked, this, guard([this] {
         if (List1.listindex() >= 0) changeengineer(List1.listindex());
-    });
+    }));
 }
 
 void Form4::setuplist()

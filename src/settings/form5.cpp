@@ -7,6 +7,7 @@
 #include "platform/files.h"
 #include "settings/englines.h"
 #include "settings/form4.h"
+#include "core/runtimeerror.h"
 
 namespace {
 
@@ -96,12 +97,12 @@ Form5::Form5(QWidget* parent) : QWidget(parent)
         left += 1740;
     }
 
-    connect(&Update, &PictureBox::clicked, this, &Form5::updatedata);
-    connect(&UpdateLabel, &Caption::clicked, this, &Form5::updatedata);
-    connect(&Delete[1], &PictureBox::clicked, this, [this] { if (Delete[1].isEnabled()) deletedata(); });
-    connect(&DeleteLabel[1], &Caption::clicked, this, &Form5::deletedata);
-    connect(&Cancel, &PictureBox::clicked, this, &QWidget::hide);
-    connect(&CancelLabel, &Caption::clicked, this, &QWidget::hide);
+    connect(&Update, &PictureBox::clicked, this, guard(std::bind_front(&Form5::updatedata, this)));
+    connect(&UpdateLabel, &Caption::clicked, this, guard(std::bind_front(&Form5::updatedata, this)));
+    connect(&Delete[1], &PictureBox::clicked, this, guard([this] { if (Delete[1].isEnabled()) deletedata(); }));
+    connect(&DeleteLabel[1], &Caption::clicked, this, guard(std::bind_front(&Form5::deletedata, this)));
+    connect(&Cancel, &PictureBox::clicked, this, guard(std::bind_front(&QWidget::hide, this)));
+    connect(&CancelLabel, &Caption::clicked, this, guard(std::bind_front(&QWidget::hide, this)));
 }
 
 void Form5::showdelete(bool on)

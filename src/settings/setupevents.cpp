@@ -55,7 +55,7 @@ void servertest()
 template <typename Control, typename Signal, typename Routine>
 void on(Control& control, Signal signal, QObject* owner, Routine routine)
 {
-    QObject::connect(&control, signal, owner, [routine] { guarded(routine); });
+    QObject::connect(&control, signal, owner, guard(routine));
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include "settings/form2.h"
 #include "support/downloadfile.h"
 #include "support/startprogram.h"
+#include "core/runtimeerror.h"
 
 namespace {
 
@@ -56,16 +57,16 @@ Form23::Form23(QWidget* parent) : QWidget(parent)
         HelpIcon[i].setpicture(FormIcons(), i);
         place(HelpLabel[i], this, "HelpLabel", i, 960, top + 150, 4200, 300);
         HelpLabel[i].setcaption(entries[i]);
-        connect(&HelpIcon[i], &PictureBox::clicked, this, [this, i] { helptype(i); });
-        connect(&HelpLabel[i], &Caption::clicked, this, [this, i] { helptype(i); });
+        connect(&HelpIcon[i], &PictureBox::clicked, this, guard([this, i] { helptype(i); }));
+        connect(&HelpLabel[i], &Caption::clicked, this, guard([this, i] { helptype(i); }));
     }
     place(Cancel, this, "Cancel", 2340, 2700, 720, 480);
     Cancel.setpicture(ColorIcons(), 3);
     place(Label4, this, "Label4", 1740, 3240, 1920, 280);
     Label4.setcaption("Cancel");
     Label4.setAlignment(Qt::AlignCenter);
-    connect(&Cancel, &PictureBox::clicked, this, &Form23::cancel);
-    connect(&Label4, &Caption::clicked, this, &Form23::cancel);
+    connect(&Cancel, &PictureBox::clicked, this, guard(std::bind_front(&Form23::cancel, this)));
+    connect(&Label4, &Caption::clicked, this, guard(std::bind_front(&Form23::cancel, this)));
 }
 
 std::string Form23::packagefile() { return g().homedir + "DRIVERS\\VexalBCDrivers.exe"; }

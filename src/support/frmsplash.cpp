@@ -7,6 +7,7 @@
 #include "pipeline/form1.h"
 #include "pipeline/screens.h"
 #include "settings/form2.h"
+#include "core/runtimeerror.h"
 
 namespace {
 

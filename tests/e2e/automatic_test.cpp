@@ -3,6 +3,7 @@
 // from being taken twice, the status screen and icon of a download. The lock question is
 // tested with the real program (automatic_process_test).
 #include "support/testdirs.h"
+#include <QLabel>
 #include <csignal>
 
 #include "core/form16.h"
@@ -10,6 +11,8 @@
 #include "core/screens.h"
 #include "downloadfixture.h"
 #include "pipeline/autodownload.h"
+#include "scanner/form7.h"
+#include "support/asuser.h"
 
 class AutomaticDownload : public DownloadTest {
 protected:
@@ -147,4 +150,37 @@ TEST_F(AutomaticDownload, Cs1504PolledEveryFourthTickTurnedOffAndTakenAgainOnlyA
     EXPECT_EQ(g().symbolpollstep, 0);
     EXPECT_EQ(ticks(1), 1);
     EXPECT_EQ(g().symwaiting, 1);
+}
+
+// The setup screen's port scan for a CS 1504 sends its interrogate to the OPL 972x on the
+// first port before it finds the CS 1504 behind it; the automatic poll that follows still
+// reads the OPL 972x.
+TEST_F(AutomaticDownload, OplPolledRightAfterAPortScanWalkedOverIt)
+{
+    dock(1, {"--id", "123", "--battery", "85", "--baud", "115200", "--records", records(oplrecords())}, 1);
+    g().scannerauto[1] = 1;
+    dock(3, {"--id", "124", "--baud", "115200"}, 6);
+    g().scannerport[1] = 1;
+    Form7 scan;
+    g().scannertype = 3;
+    g().runmode = 2;
+    scan.startscan();
+    for (int i = 0; i < 4; ++i) scan.Timer2_Timer();
+    EXPECT_EQ(scan.Label1->text(), "Found!");
+    EXPECT_EQ(g().scannerport[3], 6);
+    EXPECT_EQ(g().runmode, 0);
+    EXPECT_EQ(ticks(1), 1) << "the OPL 972x answered its poll";
+    EXPECT_EQ(held(1), 0);
+}
+
+// A workshop PC runs the program as an ordinary user: the same downloads as nobody, with
+// scanner ports, install folder and store the user owns.
+TEST(AutomaticDownloadAsUser, SameDownloadsAsAnOrdinaryUser)
+{
+    if (innerrun()) GTEST_SKIP() << "already the inner run";
+    if (!canrunasuser()) GTEST_SKIP() << "cannot run this test program as an ordinary user (setpriv, folder access)";
+    UserRun r = rerunasuser("AutomaticDownload.*");
+    EXPECT_EQ(r.exitcode, 0) << r.output;
+    EXPECT_NE(r.output.find("[  PASSED  ]"), std::string::npos) << r.output;
+    EXPECT_EQ(r.output.find("SKIPPED"), std::string::npos) << r.output;
 }

@@ -55,6 +55,11 @@ TEST(EmulatorCommandLine, HelpAndBadInput)
          "unknown command name 'upload'"},
         {"bad record line", {"--type", "cs1504", "--link", QString::fromStdString(link), "--records", QString::fromStdString(bad)},
          "record '0011,x,2024': the code type must be a number from 0 to 255"},
+        {"refusal with a status the link has not", {"--type", "cs1504", "--link", "/tmp/x", "--refuse", "upload:6"},
+         "--refuse wants COMMAND:STATUS with a status of 5, 7, 8 or 9"},
+        {"refusal of a command the link has not", {"--type", "cs1504", "--link", "/tmp/x", "--refuse", "readid:9"},
+         "unknown command name 'readid'"},
+        {"wake-up of another kind", {"--type", "opn", "--link", "/tmp/x", "--wake", "key"}, "--wake must be dtr or bytes"},
         {"missing records file", {"--type", "opn", "--link", QString::fromStdString(link), "--records", "/nonexistent"},
          "cannot read the records file /nonexistent"},
     };

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <QDateTime>
+#include <QDir>
 #include <QElapsedTimer>
 #include <csignal>
 #include <cstdio>
@@ -9,6 +10,7 @@
 #include <unistd.h>
 
 #include "platform/csp2.h"
+#include "platform/paths.h"
 #include "platform/serial.h"
 #include "support/emulator.h"
 #include "support/tempinstall.h"
@@ -192,7 +194,18 @@ TEST_F(Csp2, IdWrites)
     ASSERT_EQ(csp2GetParam(38, id, 10), 10);
     EXPECT_EQ(std::string(id, 6), "000456");
     EXPECT_NE(state().find("scratchpad=303030343536"), std::string::npos) << state();
-    EXPECT_EQ(csp2SetParam(38, id, 31), csp2::badparam) << "a request carries 30 value bytes at most";
+    std::string big(250, ' ');
+    EXPECT_EQ(csp2SetParam(38, big.data(), 250), csp2::badparam) << "a string carries 249 value bytes at most";
+    csp2Restore();
+
+    // Firmware with 5-bit lengths: 30 value bytes at most, and the scratch pad comes cut.
+    inst.configure(emu->portsection(3) + "[csp2]\nextendedlength=0\n");
+    emu.reset();
+    dock("opn", {"--extended-length", "0"}, "[csp2]\nextendedlength=0\n");
+    ASSERT_EQ(csp2Init(2), csp2::ok);
+    EXPECT_EQ(csp2SetParam(38, big.data(), 31), csp2::badparam);
+    ASSERT_EQ(csp2GetParam(38, big.data(), 250), 30);
+    EXPECT_EQ(big.substr(0, 6), "000123");
     csp2Restore();
 
     dock("opn", {"--refuse-id"});
@@ -230,34 +243,101 @@ TEST_F(Csp2, PowerDownSilencesTheScannerUntilWoken)
 
 TEST_F(Csp2, ReplyHeadIsAQuirkOfBothSides)
 {
-    dock("opn", {"--reply-head", "status"}, "[csp2]\nreplyhead=status\n");
+    // Every other test runs both sides on their defaults: status heads.
+    dock("opn", {"--reply-head", "echo"}, "[csp2]\nreplyhead=echo\n");
     ASSERT_EQ(csp2Init(2), csp2::ok);
     EXPECT_EQ(csp2Interrogate(), 0);
     EXPECT_EQ(csp2ReadData(), 3);
+    char clock[6];
+    EXPECT_EQ(csp2GetTime(clock), 6);
     csp2Restore();
 
-    inst.configure(emu->portsection(3));  // the driver back to echo heads
+    inst.configure(emu->portsection(3));  // the driver back to status heads
     csp2SetRetryCount(1);
     ASSERT_EQ(csp2Init(2), csp2::ok);
-    int32_t r = csp2Interrogate();
-    EXPECT_NE(r, 0);
+    EXPECT_EQ(csp2Interrogate(), csp2::charerror) << "an echo is no reply to a status-head driver";
 }
 
-TEST_F(Csp2, WakeUpReachesASleepingScanner)
+TEST_F(Csp2, ErrorStatusesAreToldApart)
 {
-    // Asleep after 600 ms without input: longer than one try waits for an answer.
-    dock("opn", {"--sleep-after", "600"});
+    const std::pair<const char*, int32_t> statuses[] = {
+        {"5", csp2::unsupported}, {"7", csp2::crcerror}, {"8", csp2::charerror}, {"9", csp2::generalerror}};
+    for (auto [status, code] : statuses) {
+        SCOPED_TRACE(status);
+        dock("cs1504", {"--refuse", std::string("gettime:") + status});
+        csp2SetRetryCount(1);
+        ASSERT_EQ(csp2Init(2), csp2::ok);
+        char clock[6];
+        EXPECT_EQ(csp2GetTime(clock), code);
+        EXPECT_EQ(csp2Interrogate(), 0) << "other commands still answer";
+        csp2Restore();
+    }
+    dock("cs1504", {"--refuse", "upload:9"});
+    ASSERT_EQ(csp2Init(2), csp2::ok);
+    EXPECT_EQ(csp2ReadData(), -1);
+}
+
+TEST_F(Csp2, LowBatteryIsAnAnswerAndLogged)
+{
+    dock("cs1504", {"--system-status", "22"});
+    const std::string logs = std::string(platform::installfolder) + "LOGS";
+    QDir().mkpath(QString::fromStdString(inst.host(logs)));
+    csp2SetRetryCount(1);
+    for (int i = 0; i < 2; ++i) {
+        ASSERT_EQ(csp2Init(2), csp2::ok);
+        EXPECT_EQ(csp2Interrogate(), 0);
+        csp2Restore();
+    }
+    std::string log = TempInstall::readfile(
+        inst.host(logs + "\\" + QDate::currentDate().toString("dd").toStdString() + "_LOG.TXT"));
+    size_t at = log.find("reports a low battery (system status 22)");
+    EXPECT_NE(at, std::string::npos) << log;
+    EXPECT_EQ(log.find("reports a low battery", at + 1), std::string::npos) << "logged once, not at every poll";
+}
+
+TEST_F(Csp2, DtrWakesASleepingScanner)
+{
+    // Asleep after 600 ms without input: longer than one try waits for an answer. A session
+    // on a port that has not answered begins with the DTR edge.
+    dock("cs1504", {"--sleep-after", "600", "--wake", "dtr"});
+    usleep(700 * 1000);
     csp2SetRetryCount(1);
     ASSERT_EQ(csp2Init(2), csp2::ok);
     EXPECT_EQ(csp2Interrogate(), 0);
     csp2Restore();
 
-    inst.configure(emu->portsection(3) + "[csp2]\nwakeupbytes=0\n");
+    // It answered a moment ago: the next session sends the command at once, so a scanner
+    // that fell asleep meanwhile misses it, and the retry's DTR edge wakes it.
+    usleep(700 * 1000);
+    ASSERT_EQ(csp2Init(2), csp2::ok);
+    csp2SetRetryCount(1);
+    EXPECT_EQ(csp2Interrogate(), -1);
+    csp2SetRetryCount(2);
+    EXPECT_EQ(csp2Interrogate(), 0);
+    csp2Restore();
+
+    // Without the DTR edge the NUL bytes do not wake this scanner.
+    inst.configure(emu->portsection(3) + "[csp2]\nwakedtr=0\nawakems=0\n");
+    usleep(700 * 1000);
+    csp2SetRetryCount(3);
+    ASSERT_EQ(csp2Init(2), csp2::ok);
+    EXPECT_EQ(csp2Interrogate(), -1);
+}
+
+TEST_F(Csp2, BytesWakeAScannerThatWakesOnInput)
+{
+    dock("opn", {"--sleep-after", "600", "--wake", "bytes"}, "[csp2]\nwakedtr=0\nwakeupbytes=0\nawakems=0\n");
     usleep(700 * 1000);
     csp2SetRetryCount(1);
     ASSERT_EQ(csp2Init(2), csp2::ok);
     EXPECT_EQ(csp2Interrogate(), -1) << "the first command only wakes it";
     EXPECT_EQ(csp2Interrogate(), 0);
+    csp2Restore();
+
+    inst.configure(emu->portsection(3) + "[csp2]\nwakedtr=0\nawakems=0\n");
+    usleep(700 * 1000);
+    ASSERT_EQ(csp2Init(2), csp2::ok);
+    EXPECT_EQ(csp2Interrogate(), 0) << "the NUL byte woke it";
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/icmp.h"
+#include "support/asuser.h"
 
 namespace {
 
@@ -19,7 +20,7 @@ struct Echo : ::testing::Test {
     {
         ASSERT_EQ(WSAStartup(0x101, nullptr), 0);
         handle = IcmpCreateFile();
-        if (handle == INVALID_ICMP_HANDLE) GTEST_SKIP() << "neither a ping socket nor a raw ICMP socket can be opened here";
+        if (handle == INVALID_ICMP_HANDLE) GTEST_SKIP() << "no ping socket, no raw ICMP socket and no ping program here";
         options.Ttl = 100;
     }
     void TearDown() override
@@ -59,6 +60,37 @@ TEST_F(Echo, InjectedSilenceAndSmallBufferFail)
     EXPECT_EQ(ping(loopback1, 8), 0u);
     EXPECT_EQ(reply.Status, IP_BUF_TOO_SMALL);
     EXPECT_EQ(ping(loopback1), 1u);
+}
+
+TEST_F(Echo, ThroughThePingProgram)
+{
+    IcmpCloseHandle(handle);
+    icmp::inject::useprogram(true);
+    handle = IcmpCreateFile();
+    ASSERT_NE(handle, INVALID_ICMP_HANDLE) << "no ping program on this machine (iputils-ping)";
+    for (uint32_t address : {loopback2, loopback1}) {
+        SCOPED_TRACE(address);
+        ASSERT_EQ(ping(address), 1u);
+        EXPECT_EQ(reply.Status, IP_SUCCESS);
+        EXPECT_EQ(reply.Address, address);
+        EXPECT_LT(reply.RoundTripTime, 1000u);
+        ASSERT_EQ(reply.DataSize, 1);
+        EXPECT_EQ(std::memcmp(reply.Data, "P", 1), 0);
+    }
+    EXPECT_EQ(ping(loopback1, 8), 0u);
+    EXPECT_EQ(reply.Status, IP_BUF_TOO_SMALL);
+}
+
+// An ordinary user on a stock system has neither a ping socket nor a raw one: the echoes go
+// through the ping program, and the loopback answers all the same.
+TEST(EchoAsUser, OrdinaryUserGetsAnAnswer)
+{
+    if (innerrun()) GTEST_SKIP() << "already the inner run";
+    if (!canrunasuser()) GTEST_SKIP() << "cannot run this test program as an ordinary user (setpriv, folder access)";
+    UserRun r = rerunasuser("Echo.LoopbackAnswersWithOurPayload");
+    EXPECT_EQ(r.exitcode, 0) << r.output;
+    EXPECT_NE(r.output.find("[  PASSED  ] 1 test"), std::string::npos) << r.output;
+    EXPECT_EQ(r.output.find("SKIPPED"), std::string::npos) << r.output;
 }
 
 }  // namespace

@@ -5,9 +5,11 @@
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
+#include <QTemporaryDir>
 #include <QTimer>
 
 #include "core/globals.h"
+#include "platform/opl.h"
 #include "platform/serial.h"
 #include "scanner/form7.h"
 #include "support/emulator.h"
@@ -42,6 +44,7 @@ protected:
 
     Form7 screen;
     std::vector<std::string> calls;
+    QTemporaryDir inst0;
 };
 
 TEST_F(PortScan, FoundOnTheRightPortSkippingMissingPortsAndTheOtherModel)
@@ -116,6 +119,52 @@ TEST_F(PortScan, OplFoundByCountAndIdAndNotByACspScanner)
     EXPECT_EQ(g().oplportstate, 0);
     EXPECT_FALSE(screen.opl) << "the control was released";
     EXPECT_TRUE(serial::portexists(3));
+}
+
+// A CSP interrogate that reaches an OPL 972x is a part frame to it, dropped after 100 ms of
+// quiet: the scan goes on to the CS 1504 behind it, and the OPL 972x still answers at once.
+TEST_F(PortScan, Cs1504FoundBehindAnOplThatStillAnswersAfterwards)
+{
+    Emulator opl("opl", {"--id", "77", "--records", Emulator::writefile(inst0.path().toStdString() + "/lines.txt", "0112345678,251224,0830\n")});
+    Emulator cs1504("cs1504");
+    ASSERT_TRUE(opl.ready() && cs1504.ready());
+    TempInstall inst("[ports]\nCOM1=" + opl.link() + "\nCOM2=" + cs1504.link() + "\n");
+    scanfor(3);
+    EXPECT_EQ(tick(), 1);
+    EXPECT_EQ(tick(), 2) << "no CS 1504 on the OPL 972x's port";
+    EXPECT_EQ(screen.ballimage(0), 5);
+    tick();
+    EXPECT_EQ(screen.Label1->text(), "Found!");
+    tick();
+    EXPECT_EQ(g().scannerport[3], 2);
+
+    // What the automatic poll asks an OPL 972x first, right after the scan.
+    opl::Control control;
+    QString error;
+    QObject::connect(&control, &opl::Control::Error, [&](const QString& text) { error = text; });
+    control.setport(1);
+    control.openport();
+    EXPECT_EQ(control.readlinecount(), 1);
+    EXPECT_EQ(control.readid(), 77);
+    control.closeport();
+    EXPECT_TRUE(error.isEmpty()) << error.toStdString();
+}
+
+TEST_F(PortScan, CancelDuringAnOplExchange)
+{
+    Emulator opl("opl");
+    ASSERT_TRUE(opl.ready());
+    TempInstall inst("[ports]\nCOM3=" + opl.link() + "\n");
+    scanfor(1);
+    // The click is waiting among the events that the try lets run.
+    QTimer::singleShot(0, &screen, [this] { screen.Cancel_Click(); });
+    screen.runportscan(3);
+    EXPECT_FALSE(screen.opl);
+    EXPECT_NE(screen.Text2->text(), "1000");
+    EXPECT_EQ(g().oplportstate, 0);
+    EXPECT_EQ(g().runmode, 0);
+    EXPECT_FALSE(screen.isVisible());
+    EXPECT_TRUE(serial::portexists(3)) << "the port was closed";
 }
 
 TEST_F(PortScan, OplPortFoundOpenIsLeftToItsOwner)

@@ -10,6 +10,7 @@ const char* commandname(uint8_t c)
     case csp::cmdinterrogate: return "interrogate";
     case csp::cmdcleardata: return "clear";
     case csp::cmdsetparam: return "setparam";
+    case csp::cmdsetdefaults: return "setdefaults";
     case csp::cmdpowerdown: return "powerdown";
     case csp::cmdupload: return "upload";
     case csp::cmdgetparam: return "getparam";
@@ -27,25 +28,54 @@ CspDevice::CspDevice(Line& line, Memory& memory, const Options& options)
     : Device(line, memory, options), asleep_(options.sleepafter > 0)
 {
     q_ = csp::defaultquirks;
-    q_.replyhead = options.replyhead == "status" ? csp::ReplyHead::status : csp::ReplyHead::echo;
-    lastinput_ = Line::clock::now();
+    q_.replyhead = options.replyhead == "echo" ? csp::ReplyHead::echo : csp::ReplyHead::status;
+    q_.extendedlength = options.extendedlength;
+    lastactive_ = Line::clock::now();
+}
+
+void CspDevice::wake()
+{
+    mem_.poweredoff = false;
+    asleep_ = false;
+    lastactive_ = Line::clock::now();
+    save();
+}
+
+bool CspDevice::sleeping(Line::clock::time_point now)
+{
+    if (o_.sleepafter > 0 && now - lastactive_ >= std::chrono::milliseconds(o_.sleepafter)) asleep_ = true;
+    return asleep_;
+}
+
+void CspDevice::tick()
+{
+    // DTR lowered and raised again wakes a sleeping scanner (--wake dtr).
+    bool dtr = line_.dtr();
+    if (dtr && !dtr_ && o_.wake == "dtr" && sleeping(Line::clock::now())) {
+        asleep_ = false;
+        lastactive_ = Line::clock::now();
+        buf_.clear();
+    }
+    dtr_ = dtr;
 }
 
 void CspDevice::received(const uint8_t* p, size_t n)
 {
-    if (o_.noanswer || poweredoff_) return;
+    if (o_.noanswer || mem_.poweredoff) return;
     auto now = Line::clock::now();
-    if (o_.sleepafter > 0 && (asleep_ || now - lastinput_ >= std::chrono::milliseconds(o_.sleepafter))) {
-        // Asleep: these bytes only wake the scanner.
-        asleep_ = false;
-        lastinput_ = now;
+    if (!dtr_ || sleeping(now)) {
+        // Lost: a scanner held in reset by DTR, or asleep. Bytes wake it under --wake bytes.
+        if (dtr_ && o_.wake == "bytes") {
+            asleep_ = false;
+            lastactive_ = now;
+        }
         buf_.clear();
         return;
     }
-    lastinput_ = now;
+    lastactive_ = now;
     buf_.insert(buf_.end(), p, p + n);
     for (;;) {
-        csp::Scan s = csp::scanrequest(buf_.data(), buf_.size());
+        csp::Scan s = csp::scanrequest(buf_.data(), buf_.size(), q_);
         if (s.state == csp::Scan::needmore) {
             buf_.erase(buf_.begin(), buf_.begin() + (long)s.skipped);
             return;
@@ -53,25 +83,26 @@ void CspDevice::received(const uint8_t* p, size_t n)
         buf_.erase(buf_.begin(), buf_.begin() + (long)s.used);
         if (s.state == csp::Scan::complete) {
             line_.awaitinput();
-            handle(s.head, s.payload);
+            handle(s.head, s.strings);
         } else if (q_.replyhead == csp::ReplyHead::status) {
             line_.awaitinput();
             line_.write(csp::frame(s.state == csp::Scan::badcrc ? csp::statuscrc : csp::statuscharacter, {}));
         }
-        if (poweredoff_ || line_.gone()) {
+        lastactive_ = Line::clock::now();
+        if (mem_.poweredoff || line_.gone()) {
             buf_.clear();
             return;
         }
     }
 }
 
-void CspDevice::reply(uint8_t command, const csp::Bytes& payload)
+void CspDevice::reply(uint8_t command, const csp::Bytes& fixed, const std::vector<csp::Bytes>& strings)
 {
     if (names(o_.garbage, commandname(command))) {
         line_.write(garbage());
         return;
     }
-    csp::Bytes f = csp::frame(csp::replyhead(command, q_), payload);
+    csp::Bytes f = csp::frame(csp::replyhead(command, q_), fixed, strings);
     if (names(o_.badcrc, commandname(command))) f.back() ^= 0xFF;
     line_.write(f);
 }
@@ -83,11 +114,16 @@ csp::Bytes CspDevice::clockbytes() const
             (uint8_t)t.tm_mday, (uint8_t)(t.tm_mon + 1), (uint8_t)(t.tm_year % 100)};
 }
 
-void CspDevice::handle(uint8_t command, const csp::Bytes& payload)
+void CspDevice::handle(uint8_t command, const std::vector<csp::Bytes>& strings)
 {
+    if (names(o_.refuse, commandname(command))) {
+        line_.write(csp::frame((uint8_t)o_.refusestatus, {}));
+        return;
+    }
+    csp::Bytes first = strings.empty() ? csp::Bytes{} : strings.front();
     switch (command) {
     case csp::cmdinterrogate: {
-        csp::Identity id{0, serialnumber, mem_.version};
+        csp::Identity id{csp::protocolversion, (uint8_t)o_.systemstatus, serialnumber, mem_.version};
         reply(command, csp::identitypayload(id));
         break;
     }
@@ -97,62 +133,77 @@ void CspDevice::handle(uint8_t command, const csp::Bytes& payload)
         reply(command, {});
         break;
     case csp::cmdsetparam: {
-        if (payload.empty()) return;
-        csp::Bytes value(payload.begin() + 1, payload.end());
-        if (payload[0] == csp::paramid) {
-            auto& pad = mem_.scratchpad;
-            size_t n = std::min(value.size(), pad.size());
-            if (o_.refuseid) {
-                value.assign(pad.begin(), pad.begin() + (long)n);  // answers with what it kept
-            } else {
-                std::copy(value.begin(), value.begin() + (long)n, pad.begin());
-                save();
+        // One string per parameter: its number, then the value. Only the scratch pad is kept.
+        std::vector<csp::Bytes> set;
+        for (const auto& str : strings) {
+            csp::Bytes value(str.begin() + 1, str.end());
+            if (str[0] == csp::paramid) {
+                auto& pad = mem_.scratchpad;
+                size_t n = std::min(value.size(), pad.size());
+                if (o_.refuseid) {
+                    value.assign(pad.begin(), pad.begin() + (long)n);  // answers with what it kept
+                } else {
+                    std::copy(value.begin(), value.begin() + (long)n, pad.begin());
+                    save();
+                }
             }
+            csp::Bytes r{str[0]};
+            r.insert(r.end(), value.begin(), value.end());
+            set.push_back(r);
         }
-        csp::Bytes r{payload[0]};
-        r.insert(r.end(), value.begin(), value.end());
-        reply(command, r);
+        reply(command, {}, set);
         break;
     }
+    case csp::cmdsetdefaults:
+        reply(command, {});
+        break;
     case csp::cmdpowerdown:
         reply(command, {});
-        poweredoff_ = true;
+        mem_.poweredoff = true;
+        save();
         break;
     case csp::cmdupload:
         upload();
         break;
     case csp::cmdgetparam: {
-        if (payload.empty()) return;
-        csp::Bytes r{payload[0]};
-        if (payload[0] == csp::paramid) {
-            r.insert(r.end(), mem_.scratchpad.begin(), mem_.scratchpad.end());
-            if (!q_.extendedlength && r.size() > 31) r.resize(31);
-        } else if (payload[0] == csp::paramasciimode) {
-            r.push_back(1);
+        // One string per parameter asked: its number, then the value.
+        std::vector<csp::Bytes> values;
+        for (const auto& str : strings) {
+            csp::Bytes r{str[0]};
+            if (str[0] == csp::paramid) {
+                r.insert(r.end(), mem_.scratchpad.begin(), mem_.scratchpad.end());
+            } else if (str[0] == csp::paramasciimode) {
+                r.push_back(1);
+            }
+            if (!q_.extendedlength && r.size() > (size_t)csp::shortstring) r.resize(csp::shortstring);
+            values.push_back(r);
         }
-        reply(command, r);
+        reply(command, {}, values);
         break;
     }
     case csp::cmdsettime: {
-        if (payload.size() != csp::clocksize) return;
+        if (first.size() != csp::clocksize) {
+            if (q_.replyhead == csp::ReplyHead::status) line_.write(csp::frame(csp::statusgeneral, {}));
+            return;
+        }
         if (o_.refuseclock) {
-            reply(command, clockbytes());
+            reply(command, {}, {clockbytes()});
             break;
         }
         std::tm t{};
-        t.tm_sec = payload[0];
-        t.tm_min = payload[1];
-        t.tm_hour = payload[2];
-        t.tm_mday = payload[3];
-        t.tm_mon = payload[4] - 1;
-        t.tm_year = 100 + (payload[5] % 100);
+        t.tm_sec = first[0];
+        t.tm_min = first[1];
+        t.tm_hour = first[2];
+        t.tm_mday = first[3];
+        t.tm_mon = first[4] - 1;
+        t.tm_year = 100 + (first[5] % 100);
         mem_.setclock(t);
         save();
-        reply(command, payload);
+        reply(command, {}, {first});
         break;
     }
     case csp::cmdgettime:
-        reply(command, clockbytes());
+        reply(command, {}, {clockbytes()});
         break;
     }
 }

@@ -17,6 +17,8 @@ public:
     virtual void received(const uint8_t* p, size_t n) = 0;
     // A key pressed on the scanner (SIGUSR1): wakes it from power-down.
     virtual void wake() {}
+    // Called between reads, at least every 10 ms: the device looks at the line's state.
+    virtual void tick() {}
 
 protected:
     // Whether a fault option (--garbage, --bad-crc) names this command.

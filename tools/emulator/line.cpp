@@ -79,6 +79,14 @@ void Line::vanish()
     std::fflush(stdout);
 }
 
+bool Line::dtr() const
+{
+    termios t{};
+    // The master reads the slave's settings: what the program on the port last set.
+    if (master_ < 0 || ::tcgetattr(master_, &t) != 0) return true;
+    return cfgetospeed(&t) != B0;
+}
+
 Line::clock::duration Line::bytetime(size_t n) const
 {
     return std::chrono::duration_cast<clock::duration>(std::chrono::duration<double>(secondsperbyte_ * (double)n));

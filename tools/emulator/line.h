@@ -26,6 +26,9 @@ public:
     // The scanner disappears: the port closes and its link goes.
     void vanish();
     bool gone() const { return master_ < 0; }
+    // DTR as the other side set it: low while the line's speed is 0 (the hang-up form, the
+    // only one a pseudo-terminal carries).
+    bool dtr() const;
     // Time for n bytes on the line.
     clock::duration bytetime(size_t n) const;
     // Removes the link (at exit).

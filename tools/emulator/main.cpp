@@ -64,8 +64,9 @@ int main(int argc, char** argv)
             wakerequested = 0;
             device->wake();
         }
-        int n = line->read(buf, sizeof buf, 50);
+        int n = line->read(buf, sizeof buf, 10);
         if (n > 0) device->received(buf, (size_t)n);
+        device->tick();
     }
     line->unlink();
     try {

@@ -1,5 +1,6 @@
 #include "memory.h"
 
+#include <cmath>
 #include <cstdio>
 #include <fstream>
 #include <stdexcept>
@@ -109,7 +110,8 @@ Memory Memory::start(const Options& o)
                 }
                 else if (key == "id") m.id = std::stoi(value);
                 else if (key == "scratchpad") m.scratchpad = unhex(value);
-                else if (key == "clockoffset") m.clockoffset = std::stod(value);
+                else if (key == "clockoffset") m.clockoffset = std::llround(std::stod(value));
+                else if (key == "poweredoff") m.poweredoff = value == "1";
                 else if (key == "battery") m.battery = std::stoi(value);
                 else if (key == "version") m.version = value;
                 else if (key == "osversion") m.osversion = value;
@@ -124,7 +126,7 @@ Memory Memory::start(const Options& o)
     }
     m.id = (int)o.id;
     m.scratchpad = idscratchpad(o.id);
-    m.clockoffset = o.clockoffset * 60.0;
+    m.clockoffset = std::llround(o.clockoffset * 60.0);
     m.battery = o.battery;
     m.version = o.swversion;
     m.osversion = o.osversion;
@@ -153,6 +155,8 @@ void Memory::save(const std::string& statefile) const
         std::ofstream out(tmp, std::ios::binary | std::ios::trunc);
         out << "type=" << typename_(type) << "\n";
         out << "clockoffset=" << clockoffset << "\n";
+        // An OPN 2001 comes back on when it is docked again; a CS 1504 stays off.
+        if (type == Options::cs1504 && poweredoff) out << "poweredoff=1\n";
         if (type == Options::opl) {
             out << "id=" << id << "\nbattery=" << battery << "\nosversion=" << osversion << "\nappversion=" << appversion << "\n";
             for (const auto& l : lines) out << "line=" << l << "\n";
@@ -177,5 +181,5 @@ void Memory::setclock(const std::tm& t)
 {
     std::tm copy = t;
     copy.tm_isdst = -1;
-    clockoffset = (double)(std::mktime(&copy) - std::time(nullptr));
+    clockoffset = (long long)(std::mktime(&copy) - std::time(nullptr));
 }

@@ -3,7 +3,7 @@
 //
 // State file, one `key=value` a line:
 //   type=opl|opn|cs1504   id=N (opl)   scratchpad=<hex> (opn, cs1504, parameter 38)
-//   clockoffset=<seconds, scanner minus PC>   battery=N
+//   clockoffset=<whole seconds, scanner minus PC>   battery=N   poweredoff=1 (cs1504)
 //   version=TEXT (opn, cs1504)   osversion=TEXT   appversion=TEXT (opl)
 //   line=TEXT (opl, one per stored line)   record=<hex> (opn, cs1504, one per record)
 #pragma once
@@ -19,8 +19,9 @@ struct Memory {
     Options::Type type = Options::opn;
     int id = 0;                          // opl
     std::vector<uint8_t> scratchpad;     // opn, cs1504: parameter 38, 32 bytes
-    double clockoffset = 0;              // seconds, scanner minus PC
+    long long clockoffset = 0;           // whole seconds, scanner minus PC
     int battery = 100;
+    bool poweredoff = false;             // cs1504: turned off by power-down until a key press
     std::string version;                 // opn, cs1504
     std::string osversion, appversion;   // opl
     std::vector<std::string> lines;      // opl

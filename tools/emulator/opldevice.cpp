@@ -38,6 +38,11 @@ OplDevice::OplDevice(Line& line, Memory& memory, const Options& options) : Devic
 void OplDevice::received(const uint8_t* p, size_t n)
 {
     if (o_.noanswer) return;
+    // Bytes of one frame follow each other within 100 ms: a part frame older than that was
+    // broken off (or was never ours, such as a CSP command on a port scan) and goes.
+    auto now = Line::clock::now();
+    if (now - lastinput_ > std::chrono::milliseconds(opl::bytetimeoutms)) framer_.reset();
+    lastinput_ = now;
     framer_.feed(p, n);
     opl::Frame f;
     while (framer_.next(f)) {

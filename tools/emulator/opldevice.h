@@ -18,6 +18,7 @@ private:
     void program();
 
     opl::Framer framer_;
+    Line::clock::time_point lastinput_{};
     size_t badframes_ = 0;
     opl::Bytes image_;
     long expected_ = -1;   // size of the image being loaded, -1 when none

@@ -27,24 +27,26 @@ const char* helptail =
     "\n"
     "Plays one scanner on a pseudo-terminal and prints \"ready PATH\" once the port can be\n"
     "opened. SIGTERM ends it and removes the link; SIGUSR1 wakes a scanner that was powered\n"
-    "down.\n"
+    "down. A pseudo-terminal has no modem lines: the driver lowers DTR there by setting the\n"
+    "line's speed to 0, and that is what --wake dtr watches.\n"
     "\n"
     "Records file (--records):\n"
     "  opl          one line a record, as the scanner stores it\n"
     "  opn, cs1504  one record a line: barcode,code type,YYYY-MM-DD HH:MM:SS\n"
     "               or hex: and the record's raw bytes, length byte first\n"
     "\n"
-    "Command names for --garbage and --bad-crc (or \"all\"):\n"
+    "Command names for --garbage, --bad-crc and --refuse (or \"all\"):\n"
     "  opl          readclock writeclock readid writeid count battery download clear\n"
     "               versions erase load\n"
-    "  opn, cs1504  interrogate clear setparam powerdown upload getparam settime gettime\n";
+    "  opn, cs1504  interrogate clear setparam setdefaults powerdown upload getparam settime\n"
+    "               gettime\n";
 
 }  // namespace
 
 const char* commandnames(Options::Type type)
 {
     return type == Options::opl ? "readclock writeclock readid writeid count battery download clear versions erase load"
-                                : "interrogate clear setparam powerdown upload getparam settime gettime";
+                                : "interrogate clear setparam setdefaults powerdown upload getparam settime gettime";
 }
 
 Options parseoptions(int argc, char** argv)
@@ -66,9 +68,15 @@ Options parseoptions(int argc, char** argv)
         {"sw-version", "Software version (opn, cs1504; 8 characters).", "TEXT"},
         {"os-version", "Operating system version (opl).", "TEXT", "OS1.20"},
         {"app-version", "Application version (opl).", "TEXT", "VX2.05"},
-        {"reply-head", "First byte of a CSP reply: echo (the command) or status.", "HEAD", "echo"},
-        {"sleep-after", "CSP: sleep after this many ms without input; the bytes that wake the "
-                        "scanner are lost.", "MS", "0"},
+        {"reply-head", "First byte of a CSP reply: status (06 when done) or echo (the command).",
+         "HEAD", "status"},
+        {"extended-length", "CSP: 1, a string's length byte counts all 8 bits; 0, only its low 5 "
+                            "(strings of at most 31 bytes, the scratch pad cut).", "0|1", "1"},
+        {"sleep-after", "CSP: sleep after this many ms without input or output; what reaches a "
+                        "sleeping scanner is lost.", "MS", "0"},
+        {"wake", "CSP: what wakes a sleeping scanner: dtr (DTR lowered and raised again) or "
+                 "bytes (any input).", "dtr|bytes", "dtr"},
+        {"system-status", "CSP: system status in the interrogate reply (0 OK, 22 low battery).", "N", "0"},
         {"no-answer", "Fault: answer nothing."},
         {"vanish-after-records", "Fault: disappear after sending N records of a download.", "N"},
         {"vanish-after-bytes", "Fault: disappear after sending N bytes.", "N"},
@@ -78,6 +86,8 @@ Options parseoptions(int argc, char** argv)
         {"garbage", "Fault: answer this command with bytes that make no frame.", "COMMAND"},
         {"bad-crc", "Fault: answer this command with a bad CRC.", "COMMAND"},
         {"battery-text", "Fault: answer the battery read with this text (opl).", "TEXT"},
+        {"refuse", "Fault (CSP): answer this command with an error status: 5 unsupported, "
+                   "7 CRC error, 8 character error, 9 general error.", "COMMAND:STATUS"},
     });
     p.addHelpOption();
     if (!p.parse(args)) bad(p.errorText().toStdString());
@@ -116,7 +126,11 @@ Options parseoptions(int argc, char** argv)
         if (v.find(' ') != std::string::npos || v.empty()) bad("versions are one word");
     o.replyhead = p.value("reply-head").toStdString();
     if (o.replyhead != "echo" && o.replyhead != "status") bad("--reply-head must be echo or status");
+    o.extendedlength = number(p, "extended-length", 0, 1) == 1;
     o.sleepafter = number(p, "sleep-after", 0, 3600000);
+    o.wake = p.value("wake").toStdString();
+    if (o.wake != "dtr" && o.wake != "bytes") bad("--wake must be dtr or bytes");
+    o.systemstatus = (int)number(p, "system-status", 0, 255);
     o.noanswer = p.isSet("no-answer");
     if (p.isSet("vanish-after-records")) o.vanishrecords = number(p, "vanish-after-records", 0, 1000000);
     if (p.isSet("vanish-after-bytes")) o.vanishbytes = number(p, "vanish-after-bytes", 0, 100000000);
@@ -127,8 +141,18 @@ Options parseoptions(int argc, char** argv)
     o.badcrc = p.value("bad-crc").toStdString();
     o.batterytext = p.value("battery-text").toStdString();
     if (o.batterytext.size() > 64) bad("--battery-text takes at most 64 characters");
+    if (p.isSet("refuse")) {
+        std::string v = p.value("refuse").toStdString();
+        auto colon = v.rfind(':');
+        std::string status = colon == std::string::npos ? "" : v.substr(colon + 1);
+        if (o.type == Options::opl) bad("--refuse is for opn and cs1504");
+        if (status != "5" && status != "7" && status != "8" && status != "9")
+            bad("--refuse wants COMMAND:STATUS with a status of 5, 7, 8 or 9");
+        o.refuse = v.substr(0, colon);
+        o.refusestatus = std::stoi(status);
+    }
     std::string names = std::string(" ") + commandnames(o.type) + " all ";
-    for (const auto& c : {o.garbage, o.badcrc})
+    for (const auto& c : {o.garbage, o.badcrc, o.refuse})
         if (!c.empty() && names.find(" " + c + " ") == std::string::npos)
             bad("unknown command name '" + c + "' for this type; names: " + commandnames(o.type));
     return o;

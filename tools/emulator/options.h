@@ -17,8 +17,11 @@ struct Options {
     std::string swversion;        // CSP software version (8 characters)
     std::string osversion = "OS1.20";   // OPL versions
     std::string appversion = "VX2.05";
-    std::string replyhead = "echo";     // CSP: echo or status
+    std::string replyhead = "status";   // CSP: status or echo
+    bool extendedlength = true;   // CSP: string lengths count all 8 bits; off: the low 5
     long sleepafter = 0;          // CSP: ms idle before the scanner sleeps; 0 never
+    std::string wake = "dtr";     // CSP: what wakes it: the DTR edge, or any bytes (lost)
+    int systemstatus = 0;         // CSP: the system status of the interrogate reply
 
     // Faults.
     bool noanswer = false;
@@ -30,6 +33,8 @@ struct Options {
     std::string garbage;          // command name (or "all") answered with garbage
     std::string badcrc;           // command name (or "all") answered with a bad CRC
     std::string batterytext;      // opl: the battery answer as it stands, instead of the level
+    std::string refuse;           // CSP: command name (or "all") answered with refusestatus
+    int refusestatus = 0;
 };
 
 // Reads the command line. On --help prints the text and exits 0; on a bad option prints the
