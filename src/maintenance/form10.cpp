@@ -112,17 +112,17 @@ Form10::Form10(QWidget* parent) : QWidget(parent)
     adopt(Text2, this, "Text2");
     Text2.hide();
 
-    connect(&Timer2, &QTimer::timeout, this, [this] { ++tickcount; });
-    for (int i = 0; i <= 1; ++i) connect(&BatLabel[i], &Caption::clicked, this, &Form10::BatLabel_Click);
-    for (int i = 0; i <= 1; ++i) connect(&Label4[i], &Caption::clicked, this, [this, i] { Label4_Click(i); });
-    connect(&UpdateTime, &PictureBox::clicked, this, &Form10::UpdateTime_Click);
-    connect(&TimeUpdate, &Caption::clicked, this, &Form10::TimeUpdate_Click);
-    connect(&UpdateID, &PictureBox::clicked, this, &Form10::UpdateID_Click);
-    connect(&IDUpdate, &Caption::clicked, this, &Form10::UpdateID_Click);
-    connect(&form14(), &Form14::idchosen, this, [this] { guarded("updatescannerID", [this] { idchosen(); }); });
+    connect(&Timer2, &QTimer::timeout, this, guard([this] { ++tickcount; }));
+    for (int i = 0; i <= 1; ++i) connect(&BatLabel[i], &Caption::clicked, this, guard(std::bind_front(&Form10::BatLabel_Click, this)));
+    for (int i = 0; i <= 1; ++i) connect(&Label4[i], &Caption::clicked, this, guard([this, i] { Label4_Click(i); }));
+    connect(&UpdateTime, &PictureBox::clicked, this, guard(std::bind_front(&Form10::UpdateTime_Click, this)));
+    connect(&TimeUpdate, &Caption::clicked, this, guard(std::bind_front(&Form10::TimeUpdate_Click, this)));
+    connect(&UpdateID, &PictureBox::clicked, this, guard(std::bind_front(&Form10::UpdateID_Click, this)));
+    connect(&IDUpdate, &Caption::clicked, this, guard(std::bind_front(&Form10::UpdateID_Click, this)));
+    connect(&form14(), &Form14::idchosen, this, guard([this] { guarded("updatescannerID", [this] { idchosen(); }); }));
     connect(&UploadSW, &PictureBox::clicked, this, guard([this] { uploadsoftware(); }));
     connect(&SWUpload, &Caption::clicked, this, guard([this] { uploadsoftware(); }));
-    connect(&Image2, &PictureBox::clicked, this, &Form10::cancelclose);
+    connect(&Image2, &PictureBox::clicked, this, guard(std::bind_front(&Form10::cancelclose, this)));
 }
 
 Form10::~Form10() = default;

@@ -311,8 +311,8 @@ void wireform1(Form1& f)
     both(f.Read, f.ReadLabel, &runread);
     both(f.Delete, f.DeleteLabel, &rundelete);
     both(f.Settings, f.SettingsLabel, &runsetup);
-    QObject::connect(&f.Status, &PictureBox::clicked, &f, &statusclick);
-    QObject::connect(&f.Label1, &Caption::clicked, &f, [] { form24().opentimer(); });
+    QObject::connect(&f.Status, &PictureBox::clicked, &f, guard(&statusclick));
+    QObject::connect(&f.Label1, &Caption::clicked, &f, guard([] { form24().opentimer(); }));
     QObject::connect(&f.ImportIcon[0], &PictureBox::clicked, &f, guard(importclick));
     QObject::connect(&f.Label2, &Caption::clicked, &f, guard(importclick));
     // Help and the outstanding list's double click ask the guard question once, then go on.
