@@ -15,7 +15,8 @@
 // The install folder itself is mapped to the real folder of the program file wherever
 // drive C lies. With a home folder the two are laid one over the other: a name is found in
 // the home folder first, then in the real install folder, and a new file goes to the home
-// folder, so a read-only install (a package under /opt) keeps TAGSTORE.INI, LOGS\ and the
+// folder (a file that only the install folder holds is found there: the program reads
+// those, the icons, OS\ and the PDFs, and writes none of them), so a read-only install (a package under /opt) keeps TAGSTORE.INI, LOGS\ and the
 // rest of what the program writes in a folder of the user or the site. Values of [drives]
 // and [platform] may start with ~/ and use $VAR or ${VAR}; $XDG_DATA_HOME, unset or empty,
 // stands for ~/.local/share as the XDG rules say.

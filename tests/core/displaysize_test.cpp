@@ -1,5 +1,6 @@
 // The two layouts of the main and setup screens, and captions that shrink instead of being
 // clipped: what a user sees on a real desktop at any scale.
+#include <QCoreApplication>
 #include <QFontMetrics>
 #include <QGroupBox>
 #include <gtest/gtest.h>
@@ -119,10 +120,15 @@ TEST(DisplaySize, AFlipKeepsTheImportIconsNarrowing)
 
 TEST(DisplaySize, NoCaptionOfTheMainAndSetupScreensIsClipped)
 {
+    // A hidden screen gets its resizes when it is shown, as a user would see it.
     for (int type : {0, 1}) {
         layout(type);
-        for (QWidget* screen : {(QWidget*)&form1(), (QWidget*)&form2()})
+        for (QWidget* screen : {(QWidget*)&form1(), (QWidget*)&form2()}) {
+            screen->show();
+            QCoreApplication::processEvents();
             for (const Caption* c : screen->findChildren<Caption*>()) EXPECT_TRUE(fits(*c)) << "layout " << type;
+            screen->hide();
+        }
     }
     layout(0);
     const Caption& check = form1().CheckLabel;
@@ -133,6 +139,7 @@ TEST(Caption, ShrinksToFitAndGrowsBack)
 {
     Caption c(nullptr, "Check Scanner");
     c.setGeometry(0, 0, 400, 20);
+    c.show();
     const qreal own = captionfont(c).pointSizeF();
     auto drawn = [&] { return c.font().pointSizeF(); };
     EXPECT_EQ(drawn(), own);

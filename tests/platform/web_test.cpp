@@ -3,6 +3,7 @@
 
 #include "platform/files.h"
 #include "platform/web.h"
+#include "support/loopback.h"
 #include "support/webhost.h"
 #include "support/tempinstall.h"
 
