@@ -5,6 +5,7 @@
 #include <QScreen>
 #include <QSignalBlocker>
 
+#include "core/captionfit.h"
 #include "core/imagelists.h"
 #include "runtime/fault.h"
 
@@ -84,6 +85,7 @@ void ListBox::mouseDoubleClickEvent(QMouseEvent* event)
 
 Caption::Caption(QWidget* parent, const std::string& text) : QLabel(parent)
 {
+    watchcaption(*this);
     setcaption(text);
     setAutoFillBackground(false);
 }
@@ -91,6 +93,7 @@ Caption::Caption(QWidget* parent, const std::string& text) : QLabel(parent)
 void Caption::setcaption(const std::string& text)
 {
     setText(QString::fromLatin1(text.data(), (qsizetype)text.size()));
+    fitcaption(*this);
 }
 
 std::string Caption::caption() const { return text().toLatin1().toStdString(); }
@@ -106,12 +109,12 @@ QColor Caption::forecolor() const { return palette().color(QPalette::WindowText)
 
 void Caption::setbold(bool on)
 {
-    QFont f = font();
+    QFont f = captionfont(*this);
     f.setBold(on);
     setFont(f);
 }
 
-bool Caption::bold() const { return font().bold(); }
+bool Caption::bold() const { return captionfont(*this).bold(); }
 
 void Caption::mousePressEvent(QMouseEvent* event)
 {

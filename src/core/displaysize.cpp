@@ -17,7 +17,7 @@ struct Bounds {
 
 void setbounds(QWidget& w, Bounds b) { w.setGeometry(twips(b.left), twips(b.top), twips(b.width), twips(b.height)); }
 
-// Everything of the main screen below its row of action buttons, which stays in both.
+// Everything of the main screen below its row of action buttons.
 struct MainLayout {
     Bounds screen, checksub, label3, list2, listfilebox, label2, importicon, list1, status, label1,
         battery, help, helplabel, support, close, closelabel;
@@ -35,16 +35,36 @@ const MainLayout mainwide{{0, 0, 10935, 6120},   {120, 1500, 2880, 240},  {120, 
                           {6480, 4080, 3100, 300}, {6480, 4440, 3100, 300}, {7560, 180, 720, 720},
                           {7560, 900, 720, 240},   {8520, 180, 720, 720},   {9480, 180, 720, 720},
                           {9480, 900, 720, 240}};
+// The width of ListFileBox(0) and Label2 while the import icon shows.
+constexpr int narrowedlist = 2655;
 
-void layoutmain(const MainLayout& l)
+void setwidth(QWidget& w, int units) { w.resize(twips(units), w.height()); }
+
+}  // namespace
+
+void layoutmain(Form1& f, bool tall)
 {
-    Form1& f = form1();
+    const MainLayout& l = tall ? maintall : mainwide;
     f.resize(twips(l.screen.width), twips(l.screen.height));
+    // The action buttons, each a Shape1 panel with its picture and caption, along the top in
+    // both layouts.
+    PictureBox* pictures[] = {&f.Check, &f.Transfer, &f.Read, &f.Delete, &f.Settings};
+    Caption* captions[] = {&f.CheckLabel, &f.TransferLabel, &f.ReadLabel, &f.DeleteLabel, &f.SettingsLabel};
+    for (int i = 0; i <= 4; ++i) {
+        const int left = 120 + i * 1440;
+        setbounds(f.Shape1[i], {left, 120, 1320, 1320});
+        setbounds(*pictures[i], {left + 180, 180, 960, 840});
+        setbounds(*captions[i], {left + 30, 1080, 1260, 300});
+    }
     setbounds(f.CheckSubLabel, l.checksub);
     setbounds(f.Label3, l.label3);
     setbounds(f.List2, l.list2);
     setbounds(f.ListFileBox[0], l.listfilebox);
     setbounds(f.Label2, l.label2);
+    if (!f.ImportIcon[0].isHidden()) {
+        setwidth(f.ListFileBox[0], narrowedlist);
+        setwidth(f.Label2, narrowedlist);
+    }
     setbounds(f.ImportIcon[0], l.importicon);
     setbounds(f.List1, l.list1);
     setbounds(f.Status, l.status);
@@ -57,14 +77,14 @@ void layoutmain(const MainLayout& l)
     setbounds(f.CloseLabel, l.closelabel);
 }
 
-// The setup screen: its three frames keep their contents; the buttons go under them in the
-// tall layout and into a column on the right in the wide one.
-void layoutsetup(bool tall)
+// The setup screen: its three frames keep their contents (Frame1 ends above Frame2 in both
+// layouts); the buttons go under them in the tall layout and into a column on the right in
+// the wide one.
+void layoutsetup(Form2& f, bool tall)
 {
-    Form2& f = form2();
     f.resize(twips(tall ? 9615 : 12060), twips(tall ? 9780 : 8340));
     const int frametops[2][3] = {{120, 4680, 6480}, {120, 4800, 6540}};
-    setbounds(f.Frame[1], {120, frametops[tall ? 0 : 1][0], 9375, 4680});
+    setbounds(f.Frame[1], {120, frametops[tall ? 0 : 1][0], 9375, 4500});
     setbounds(f.Frame[2], {120, frametops[tall ? 0 : 1][1], 9375, 1680});
     setbounds(f.Frame[3], {120, frametops[tall ? 0 : 1][2], 9375, 1560});
     QWidget* buttons[] = {&f.Update[0], &f.Undo[0], &f.Cancel[0], &f.Help[0]};
@@ -82,6 +102,8 @@ void layoutsetup(bool tall)
     }
 }
 
+namespace {
+
 void centre(QWidget& w)
 {
     QScreen* screen = QGuiApplication::primaryScreen();
@@ -95,8 +117,8 @@ void centre(QWidget& w)
 void changedisplaysize()
 {
     const bool tall = g().displaytype == 0;
-    layoutmain(tall ? maintall : mainwide);
-    layoutsetup(tall);
+    layoutmain(form1(), tall);
+    layoutsetup(form2(), tall);
     centre(form1());
     centre(form2());
 }

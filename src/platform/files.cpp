@@ -5,6 +5,9 @@
 #include "platform/fsys.h"
 #include "platform/paths.h"
 #include "runtime/fault.h"
+#include "runtime/vb.h"
+
+#include <algorithm>
 
 namespace files {
 namespace {
@@ -21,15 +24,27 @@ void check(err e)
 platform::HostPath at(const std::string& path) { return platform::resolve(path); }
 
 // Files (and with `folders` also folders) matching the pattern, sorted; 52 for a path that
-// maps nowhere, nothing for a folder that cannot be listed.
+// maps nowhere, nothing for a folder that cannot be listed. A folder of the install folder
+// with a home folder apart lists both, a name in the home folder hiding the same name (in
+// any case) of the install folder, as the look-up finds it.
 std::vector<fsys::Entry> entries(const std::string& pattern, bool folders)
 {
     std::string folder, last;
     fsys::splitlast(pattern, folder, last);
-    auto where = at(folder);
-    if (where.kind == platform::HostPath::none) raisefault(fault::badfilename);
+    auto places = platform::layers(folder);
+    if (places.empty()) raisefault(fault::badfilename);
     std::vector<fsys::Entry> found;
-    fsys::matching(where, last, folders, found);
+    fsys::matching(places[0], last, folders, found);
+    for (size_t i = 1; i < places.size(); ++i) {
+        std::vector<fsys::Entry> more;
+        fsys::matching(places[i], last, folders, more);
+        for (auto& entry : more) {
+            bool hidden = std::any_of(found.begin(), found.end(),
+                                      [&](const fsys::Entry& e) { return LCase(e.name) == LCase(entry.name); });
+            if (!hidden) found.push_back(std::move(entry));
+        }
+        fsys::sortentries(found);
+    }
     return found;
 }
 

@@ -65,6 +65,7 @@ bool wildmatch(std::string_view name, std::string_view pattern);
 void splitlast(const std::string& winpath, std::string& folder, std::string& last);
 // Entries of a folder whose names match a pattern, sorted by name without regard to case.
 err matching(const HostPath& folder, const std::string& pattern, bool withfolders, std::vector<Entry>& found);
+void sortentries(std::vector<Entry>& entries);
 
 // Fault number and Win32 error code of an error kind.
 int faultof(err e);

@@ -9,8 +9,9 @@
 
 #include "platform/paths.h"
 
-// The running copy holds an exclusive flock on vexalbc.lock in the real install folder for
-// as long as it lives; the kernel drops the lock when the process ends, however it ends.
+// The running copy holds an exclusive flock on vexalbc.lock in the writable side of the
+// install folder (the home folder of platform.ini, so one copy per user, or per site when
+// the site points every user to one folder) for as long as it lives; the kernel drops the lock when the process ends, however it ends.
 
 namespace instance {
 namespace {
@@ -23,7 +24,7 @@ int& lockfd()
 
 }  // namespace
 
-std::string lockpath() { return platform::hostinstalldir() + "/vexalbc.lock"; }
+std::string lockpath() { return platform::hosthomedir() + "/vexalbc.lock"; }
 
 int countcopies()
 {

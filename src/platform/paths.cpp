@@ -2,6 +2,8 @@
 #include "runtime/vb.h"
 
 #include <cctype>
+#include <cstdio>
+#include <cstdlib>
 #include <dirent.h>
 #include <fstream>
 #include <map>
@@ -13,6 +15,7 @@ namespace {
 
 struct Config {
     std::string installdir;
+    std::string homedir;     // [drives] home, or installdir
     // section (lower case) -> key (lower case) -> value
     std::map<std::string, std::map<std::string, std::string>> values;
 };
@@ -24,10 +27,10 @@ Config& config()
 }
 
 // platform.ini is a plain Linux configuration file: [section], key=value, ; or # comments.
+// Keys of a later file replace those of an earlier one.
 void readconfig(const std::string& file)
 {
     auto& values = config().values;
-    values.clear();
     std::ifstream in(file);
     std::string line, section;
     while (std::getline(in, line)) {
@@ -44,10 +47,19 @@ void readconfig(const std::string& file)
     }
 }
 
-std::string absolute(const std::string& p)
+// A relative path is taken from `base`, by default the install folder.
+std::string absolute(const std::string& p, const std::string& base = config().installdir)
 {
     if (!p.empty() && p[0] == '/') return p;
-    return config().installdir + "/" + p;
+    return base + "/" + p;
+}
+
+std::string environment(const std::string& name)
+{
+    const char* v = std::getenv(name.c_str());
+    std::string value = v ? v : "";
+    if (name == "XDG_DATA_HOME" && (value.empty() || value[0] != '/')) return environment("HOME") + "/.local/share";
+    return value;
 }
 
 bool isdir(const std::string& p)
@@ -115,19 +127,83 @@ bool startsnocase(const std::string& s, const std::string& prefix)
     return s.size() >= prefix.size() && LCase(s.substr(0, prefix.size())) == LCase(prefix);
 }
 
+void makepath(const std::string& dir)
+{
+    std::string sofar;
+    for (const auto& part : components(dir)) {
+        sofar += "/" + part;
+        if (!isdir(sofar)) ::mkdir(sofar.c_str(), 0755);
+    }
+}
+
+bool isinstallpath(const std::string& p)
+{
+    std::string install = installfolder;
+    install.pop_back();  // without its trailing backslash
+    return startsnocase(p, install) && (p.size() == install.size() || p[install.size()] == '\\');
+}
+
 }  // namespace
+
+std::string expand(const std::string& value)
+{
+    std::string v = value;
+    if (v == "~" || v.rfind("~/", 0) == 0) v = environment("HOME") + v.substr(1);
+    std::string out;
+    for (size_t i = 0; i < v.size(); ++i) {
+        if (v[i] != '$' || i + 1 == v.size()) {
+            out += v[i];
+            continue;
+        }
+        size_t start = i + 1, end;
+        if (v[start] == '{') {
+            end = v.find('}', start);
+            if (end == std::string::npos) {
+                out += v.substr(i);
+                break;
+            }
+            out += environment(v.substr(start + 1, end - start - 1));
+            i = end;
+            continue;
+        }
+        end = start;
+        while (end < v.size() && (std::isalnum((unsigned char)v[end]) || v[end] == '_')) ++end;
+        if (end == start) {
+            out += '$';
+            continue;
+        }
+        out += environment(v.substr(start, end - start));
+        i = end - 1;
+    }
+    return out;
+}
 
 void initplatform(const std::string& hostinstalldir)
 {
     std::string dir = hostinstalldir;
     while (dir.size() > 1 && dir.back() == '/') dir.pop_back();
-    config().installdir = dir;
+    auto& c = config();
+    c.installdir = dir;
+    c.values.clear();
     readconfig(dir + "/platform.ini");
+    std::string site = expand(setting("platform", "site"));
+    if (!site.empty()) readconfig(absolute(site));
+    c.homedir = dir;
+    std::string home = expand(setting("drives", "home"));
+    if (!home.empty()) {
+        home = absolute(home);
+        while (home.size() > 1 && home.back() == '/') home.pop_back();
+        makepath(home);
+        if (!isdir(home)) std::fprintf(stderr, "platform: cannot make the home folder %s\n", home.c_str());
+        c.homedir = home;
+    }
 }
 
 std::string hostinstalldir() { return config().installdir; }
 
-std::string hostdrivec() { return absolute(setting("drives", "C", "drive_c")); }
+std::string hosthomedir() { return config().homedir; }
+
+std::string hostdrivec() { return absolute(expand(setting("drives", "C", "drive_c")), config().homedir); }
 
 std::string setting(const std::string& section, const std::string& key, const std::string& fallback)
 {
@@ -158,18 +234,46 @@ HostPath resolve(const std::string& winpath)
     }
 
     if (p.size() >= 2 && std::isalpha((unsigned char)p[0]) && p[1] == ':') {
-        std::string install = installfolder;
-        install.pop_back();  // without its trailing backslash
-        if (startsnocase(p, install) && (p.size() == install.size() || p[install.size()] == '\\'))
-            return {HostPath::local, lookup(config().installdir, components(p.substr(install.size())))};
+        if (isinstallpath(p)) {
+            const auto& c = config();
+            auto parts = components(p.substr(std::string(installfolder).size() - 1));
+            std::string home = lookup(c.homedir, parts);
+            if (c.homedir == c.installdir || present(home)) return {HostPath::local, home};
+            std::string install = lookup(c.installdir, parts);
+            if (present(install)) return {HostPath::local, install};
+            // A new name goes to the home folder; a folder it lies in that so far exists only
+            // in the install folder is made there first.
+            auto slash = install.rfind('/');
+            if (!parts.empty() && slash > c.installdir.size() && isdir(install.substr(0, slash))) {
+                makepath(c.homedir + install.substr(c.installdir.size(), slash - c.installdir.size()));
+                home = lookup(c.homedir, parts);
+            }
+            return {HostPath::local, home};
+        }
         std::string letter(1, (char)std::toupper((unsigned char)p[0]));
-        std::string root = letter == "C" ? hostdrivec() : setting("drives", letter, "");
+        std::string root = letter == "C" ? hostdrivec() : expand(setting("drives", letter, ""));
         if (root.empty()) return {};
-        root = absolute(root);
+        root = absolute(root, config().homedir);
         if (!isdir(root)) ::mkdir(root.c_str(), 0755);
         return {HostPath::local, lookup(root, components(p.substr(2)))};
     }
     return {};
+}
+
+std::vector<HostPath> layers(const std::string& winfolder)
+{
+    HostPath first = resolve(winfolder);
+    if (first.kind == HostPath::none) return {};
+    std::vector<HostPath> all{first};
+    std::string p = winfolder;
+    for (auto& c : p)
+        if (c == '/') c = '\\';
+    const auto& c = config();
+    if (c.homedir != c.installdir && isinstallpath(p)) {
+        HostPath install{HostPath::local, lookup(c.installdir, components(p.substr(std::string(installfolder).size() - 1)))};
+        if (install.path != first.path) all.push_back(install);
+    }
+    return all;
 }
 
 std::string winjoin(const std::string& folder, const std::string& name)

@@ -62,11 +62,16 @@ err matching(const HostPath& folder, const std::string& pattern, bool withfolder
     if (err e = list(folder, all); e != err::none) return e;
     for (auto& entry : all)
         if ((withfolders || !entry.folder) && wildmatch(entry.name, pattern)) found.push_back(std::move(entry));
-    std::sort(found.begin(), found.end(), [](const Entry& a, const Entry& b) {
+    sortentries(found);
+    return err::none;
+}
+
+void sortentries(std::vector<Entry>& entries)
+{
+    std::sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) {
         std::string ua = upper(a.name), ub = upper(b.name);
         return ua != ub ? ua < ub : a.name < b.name;
     });
-    return err::none;
 }
 
 }  // namespace fsys

@@ -10,6 +10,7 @@
 #include "settings/form3.h"
 #include "settings/settingsread.h"
 #include "settings/setupboxes.h"
+#include "settings/setupdisplay.h"
 #include "settings/setupports.h"
 #include "settings/setuptypes.h"
 #include "settings/storecheck.h"
@@ -20,6 +21,12 @@ void startfirstrun()
 {
     Form2& f = form2();
     getcoms();
+    // The setup screen shows the settings just written (every scanner unused, Local for the
+    // data and the engineers) rather than its empty state, so its switches answer as they
+    // should: a click on Local is then rightly nothing, and one on Server changes the mode.
+    for (int i = 1; i <= 3; ++i) showandhide(i, 1);
+    showsavetype();
+    showfittertype();
     f.UndoLabel[0].hide();
     f.Undo[0].setpicture(GreyIcons(), 2);
     f.Undo[0].setEnabled(false);

@@ -4,6 +4,7 @@
 #include <QNetworkInterface>
 
 #include "core/colorbox.h"
+#include "core/displaysize.h"
 #include "core/imagelists.h"
 #include "settings/form4.h"
 #include "settings/setupdisplay.h"
@@ -23,13 +24,13 @@ std::string LocalAddress::LocalIP() const
 Form2::Form2(QWidget* parent) : QWidget(parent)
 {
     setObjectName("Form2");
-    // The tall layout; the display size routine moves things for the wide one.
-    resize(twips(9615), twips(10020));
+    // The screen, its frames and buttons take their places from the layout (tall until the
+    // display size says otherwise).
 
     const char* scannernames[] = {"", "Opticon OPL 972x", "Opticon OPN 2001", "Symbol CS 1504"};
-    place(Frame[1], this, "Frame1", 120, 120, 9375, 4680);
-    place(Frame[2], this, "Frame2", 120, 4920, 9375, 1680);
-    place(Frame[3], this, "Frame3", 120, 6720, 9375, 1560);
+    adopt(Frame[1], this, "Frame1");
+    adopt(Frame[2], this, "Frame2");
+    adopt(Frame[3], this, "Frame3");
     Frame[1].setTitle("Scanners");
     Frame[2].setTitle("File Download Location");
     Frame[3].setTitle("Engineer Information");
@@ -65,12 +66,12 @@ Form2::Form2(QWidget* parent) : QWidget(parent)
         place(BPort[i], this, "BPort", i, 0, 0, 600, 300);
         BPort[i].hide();
     }
-    place(Label3, &Frame[1], "Label3", 120, 4320, 2880, 240);
+    place(Label3, &Frame[1], "Label3", 120, 4260, 2880, 240);
     Label3.setcaption("Click to test all");
-    place(CheckSubLabel, &Frame[1], "CheckSubLabel", 3180, 4320, 2880, 240);
+    place(CheckSubLabel, &Frame[1], "CheckSubLabel", 3180, 4260, 2880, 240);
     CheckSubLabel.setcaption("Click to rescan for ports");
-    place(Label4[15], &Frame[1], "Label4", 15, 3000, 4320, 120, 240);
-    place(Label4[14], &Frame[1], "Label4", 14, 6060, 4320, 120, 240);
+    place(Label4[15], &Frame[1], "Label4", 15, 3000, 4260, 120, 240);
+    place(Label4[14], &Frame[1], "Label4", 14, 6060, 4260, 120, 240);
 
     QWidget* loc = &Frame[2];
     const char* locnames[] = {"", "Local", "Server", ""};
@@ -120,10 +121,9 @@ Form2::Form2(QWidget* parent) : QWidget(parent)
     const char* texts[] = {"Update", "Undo", "Cancel", "Help"};
     const int images[] = {9, 2, 1, 4};  // save, undo, cancel, help
     for (int b = 0; b < 4; ++b) {
-        const int left = 120 + b * 2340;
-        place(*buttons[b], this, bnames[b], 0, left + 600, 8400, 720, 720);
+        adopt(*buttons[b], this, bnames[b], 0);
         buttons[b]->setpicture(ColorIcons(), images[b]);
-        place(*labels[b], this, lnames[b], 0, left, 9180, 1920, 280);
+        adopt(*labels[b], this, lnames[b], 0);
         labels[b]->setcaption(texts[b]);
         labels[b]->setAlignment(Qt::AlignCenter);
     }
@@ -137,6 +137,7 @@ Form2::Form2(QWidget* parent) : QWidget(parent)
     }
     connect(&FitterList, &PictureBox::clicked, this, guard(openengineerlist));
     connect(&Label4[9], &Caption::clicked, this, guard(openengineerlist));
+    layoutsetup(*this, true);
     wireevents();
 }
 

@@ -35,6 +35,9 @@ TEST(Instance, SecondProcessSeesTheLockHolder)
 {
     TempInstall t;
     EXPECT_EQ(instance::lockpath(), t.root() + "/vexalbc.lock");
+    t.configure("[drives]\nhome=" + t.root() + "/home\n");
+    EXPECT_EQ(instance::lockpath(), t.root() + "/home/vexalbc.lock") << "the install folder may be read-only";
+    t.configure("");
 
     int go[2], told[2];
     ASSERT_EQ(::pipe(go), 0);

@@ -95,6 +95,39 @@ TEST_F(FirstRun, FromAnEmptyInstallToASavedSetup)
     EXPECT_TRUE(form9().Timer1.isActive());
 }
 
+// The setup screen of a first run shows the settings just written, not the state an earlier
+// use of the screen (or its construction) left: Local lit, the server's controls hidden,
+// every scanner row unused. Local is then already chosen and Server is one click away.
+TEST_F(FirstRun, TheSetupScreenShowsTheNewSettings)
+{
+    Form2& f = form2();
+    light(f.FileDown[1], false);
+    light(f.FileDown[2], false);
+    for (QWidget* w : {(QWidget*)&f.ServerIP, (QWidget*)&f.TarnTNO, (QWidget*)&f.Label1, (QWidget*)&f.ScanLabel[2]})
+        w->show();
+    light(f.SType[2], true);
+    startfirstrun();
+
+    EXPECT_TRUE(islit(f.FileDown[1]));
+    EXPECT_FALSE(islit(f.FileDown[2]));
+    EXPECT_TRUE(islit(f.FitterInfo[1]));
+    EXPECT_FALSE(islit(f.FitterInfo[2]));
+    for (QWidget* w : {(QWidget*)&f.ServerIP, (QWidget*)&f.TarnTNO, (QWidget*)&f.Label1, (QWidget*)&f.Label2,
+                       (QWidget*)&f.FileDownLabel[3], (QWidget*)&f.FitterInfoLabel[3]})
+        EXPECT_TRUE(w->isHidden()) << w->objectName().toStdString();
+    for (int i = 1; i <= 3; ++i) {
+        EXPECT_FALSE(islit(f.SType[i])) << i;
+        EXPECT_TRUE(f.ScanLabel[i].isHidden()) << i;
+        EXPECT_TRUE(f.SPorts[i].isHidden()) << i;
+        EXPECT_EQ(f.TimeUpdateLabel[i].caption(), "Time Adj : Off") << i;
+    }
+    EXPECT_EQ(g().savetype, 0);
+    emit f.FileDownLabel[1].clicked();
+    EXPECT_EQ(g().savetype, 0);
+    EXPECT_TRUE(islit(f.FileDown[1]));
+    EXPECT_EQ(f.changingtype, 0);
+}
+
 TEST_F(FirstRun, YesToTheDriversOpensTheDriverScreenWhichLeadsBackToSetup)
 {
     startfirstrun();
