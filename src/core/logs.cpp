@@ -57,6 +57,14 @@ void addtodatfile(const std::string& text)
     }
 }
 
+void flushdatfile()
+{
+    try {
+        files::flush(dayfile("_DAT.TXT"));
+    } catch (const std::exception&) {
+    }
+}
+
 void checklogfiles()
 {
     try {

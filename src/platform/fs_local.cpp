@@ -165,4 +165,17 @@ err setreadonly(const std::string& p, bool readonly)
     return ::chmod(p.c_str(), mode) == 0 ? err::none : kindof(errno, p);
 }
 
+err flush(const std::string& p)
+{
+    for (const std::string& what : {p, parentof(p)}) {
+        int fd = ::open(what.c_str(), O_RDONLY | O_CLOEXEC);
+        if (fd < 0) return kindof(errno, what);
+        int rc = ::fsync(fd);
+        int e = errno;
+        ::close(fd);
+        if (rc != 0) return kindof(e, what);
+    }
+    return err::none;
+}
+
 }  // namespace fsys::local

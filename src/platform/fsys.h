@@ -53,6 +53,9 @@ err removefolder(const HostPath& p);
 err removefile(const HostPath& p);
 err rename(const HostPath& from, const HostPath& to);   // replaces an existing target
 err setreadonly(const HostPath& p, bool readonly);
+// Puts a file's bytes and its name in its folder on the disk (fsync of both). On a share
+// the server holds the bytes once a write has returned, so there is nothing more to do.
+err flush(const HostPath& p);
 
 HostPath child(const HostPath& folder, const std::string& name);
 HostPath parent(const HostPath& p);
@@ -81,6 +84,7 @@ err removefolder(const std::string& p);
 err removefile(const std::string& p);
 err rename(const std::string& from, const std::string& to);
 err setreadonly(const std::string& p, bool readonly);
+err flush(const std::string& p);
 }  // namespace local
 
 namespace smb {
