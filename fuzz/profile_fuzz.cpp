@@ -13,13 +13,16 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const auto lines = profile::parse(bytes);
     std::string again;
     profile::Span span;
-    for (const auto& line : lines) {
+    for (size_t i = 0; i < lines.size(); ++i) {
+        const auto& line = lines[i];
         again.append(line.text).append(line.eol);
         if (line.kind == profile::Line::header) {
+            // The first section of the name, which may be an earlier one.
             span = profile::findsection(lines, profile::trimspaces(line.name));
-            if (!span.found) __builtin_trap();
-        } else if (line.kind == profile::Line::key && span.found) {
-            if (profile::findkey(lines, span, profile::trimspaces(line.name)) >= lines.size()) __builtin_trap();
+            if (!span.found || span.header > i) __builtin_trap();
+        } else if (line.kind == profile::Line::key && span.found && i > span.header && i < span.end) {
+            // A key of that section is found, here or earlier.
+            if (profile::findkey(lines, span, profile::trimspaces(line.name)) > i) __builtin_trap();
         }
     }
     if (again != bytes) __builtin_trap();
