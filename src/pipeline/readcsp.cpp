@@ -49,7 +49,7 @@ void savesafetycopy(const std::string& dump)
     if (!files::isfolder(formats::backupfolder)) files::makefolder(formats::backupfolder);
     const std::string copy = formats::safetycopyfile(g().scannerid, platform::clock::now());
     files::writeall(copy, dump);
-    files::flush(copy);
+    files::flush(copy, true);
 }
 
 }  // namespace

@@ -149,5 +149,5 @@ void opldownload(Int16& linemark)
     const std::string backup = formats::backupfile(s.scannerid, platform::clock::now());
     files::copyfile(target, backup);
     // On the disk before anything can clear the scanner.
-    files::flush(backup);
+    files::flush(backup, true);
 }

@@ -3,8 +3,10 @@
 #include <algorithm>
 
 #include "core/logs.h"
+#include "pipeline/formats.h"
 #include "platform/clock.h"
 #include "platform/files.h"
+#include "runtime/fault.h"
 #include "runtime/vb.h"
 
 namespace savejournal {
@@ -13,11 +15,11 @@ namespace {
 constexpr const char* heading = "VEXALBC SAVE JOURNAL";
 constexpr const char* workfolder = "c:\\tarnbc";
 
-// The files of the save under way; empty when none is.
-std::vector<std::string>& underway()
+// The files of the save under way as the journal keeps them; empty when none is.
+std::vector<Kept>& underway()
 {
-    static std::vector<std::string> files;
-    return files;
+    static std::vector<Kept> kept;
+    return kept;
 }
 
 // One line up to CR LF from `at`, which moves past it; false when there is none.
@@ -38,13 +40,28 @@ bool startswith(const std::string& s, const char* head)
 
 }  // namespace
 
-bool parse(const std::string& text, std::vector<Kept>& kept)
+bool parse(const std::string& text, std::vector<Kept>& kept, std::vector<Check>& checks)
 {
     size_t at = 0;
     std::string line;
     if (!takeline(text, at, line) || line != heading) return false;
     while (takeline(text, at, line)) {
         if (line == "END") return at == text.size();
+        if (startswith(line, "CHECK ")) {
+            Check c;
+            c.file = line.substr(6);
+            std::string keyline;
+            if (!takeline(text, at, line) || !startswith(line, "SECTION ") || !takeline(text, at, keyline) ||
+                !startswith(keyline, "KEY "))
+                return false;
+            c.section = line.substr(8);
+            const size_t equals = keyline.find('=', 4);
+            if (equals == std::string::npos) return false;
+            c.key = keyline.substr(4, equals - 4);
+            c.value = keyline.substr(equals + 1);
+            checks.push_back(std::move(c));
+            continue;
+        }
         if (!startswith(line, "FILE ")) return false;
         Kept k;
         k.path = line.substr(5);
@@ -74,7 +91,7 @@ bool putback(const std::vector<Kept>& kept, bool logged)
         for (const Kept& k : kept) {
             if (k.existed) {
                 files::writeall(k.path, k.bytes);
-                files::flush(k.path);
+                files::flush(k.path, true);
             } else if (files::exists(k.path)) {
                 files::removefile(k.path);
             }
@@ -86,54 +103,106 @@ bool putback(const std::vector<Kept>& kept, bool logged)
     }
 }
 
-// Puts back the save of one journal and removes it. False when the journal stays.
-bool replayfile(const std::string& journal, bool logged)
+// Every key the checks name holds its value (a file out of reach holds nothing).
+bool finished(const std::vector<Check>& checks)
 {
-    std::vector<Kept> kept;
+    if (checks.empty()) return false;
     try {
-        const std::string text = files::readall(journal);
-        // A journal cut off while it was written: its save had changed nothing yet.
-        if (parse(text, kept) && !putback(kept, logged)) return false;
-        files::removefile(journal);
-        files::flush(workfolder);
+        for (const Check& c : checks) {
+            if (!files::exists(c.file)) return false;
+            if (std::string(formats::readvalue(c.file, c.section, c.key).c_str()) != c.value) return false;
+        }
         return true;
     } catch (const std::exception&) {
         return false;
     }
 }
 
+// The journal emptied on the disk: no save is under way. The file itself stays, so that
+// the next save writes it without a new name to flush.
+void clear(const std::string& journal)
+{
+    files::writeall(journal, "");
+    files::flush(journal);
+}
+
+// Puts back the save of one journal and empties it (a set-aside one is removed). False when
+// the journal stays as it is.
+bool replayfile(const std::string& journal, bool logged)
+{
+    std::vector<Kept> kept;
+    try {
+        const std::string text = files::readall(journal);
+        if (text.empty()) return true;
+        // A journal cut off while it was written: its save had changed nothing yet. One
+        // whose checks hold: its save finished.
+        std::vector<Check> checks;
+        if (parse(text, kept, checks) && !finished(checks) && !putback(kept, logged)) return false;
+        if (journal == journalfile) {
+            clear(journal);
+        } else {
+            files::removefile(journal);
+            files::flush(workfolder);
+        }
+        return true;
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
+bool pending() { return files::exists(journalfile) && files::filelength(journalfile) > 0; }
+
 }  // namespace
 
-void begin(const std::vector<std::string>& files)
+void begin(const std::vector<std::string>& files, const std::vector<Check>& checks)
 {
-    if (files::exists(journalfile) && !replayfile(journalfile, true)) {
+    bool fresh = !files::exists(journalfile);
+    if (pending() && !replayfile(journalfile, true)) {
         const std::string aside = std::string(workfolder) + "\\SAVE_" +
                                   Format(platform::clock::now(), "YYMMDD_HHMMSS") + ".JNL";
         files::renamefile(journalfile, aside);
+        fresh = true;
     }
+    std::vector<Kept> kept;
     std::string text = std::string(heading) + "\r\n";
     for (const std::string& f : files) {
+        Kept k;
+        k.path = f;
+        // Only a file that is not there is kept as missing; one out of reach stops the save.
+        try {
+            k.bytes = files::readall(f);
+            k.existed = true;
+        } catch (const Fault& e) {
+            if (e.number != fault::filenotfound) throw;
+        }
         text += "FILE " + f + "\r\n";
-        if (files::exists(f)) {
-            const std::string bytes = files::readall(f);
-            text += "SIZE " + std::to_string(bytes.size()) + "\r\n" + bytes + "\r\n";
+        if (k.existed) {
+            text += "SIZE " + std::to_string(k.bytes.size()) + "\r\n" + k.bytes + "\r\n";
         } else {
             text += "NONE\r\n";
         }
+        kept.push_back(std::move(k));
     }
+    for (const Check& c : checks)
+        text += "CHECK " + c.file + "\r\nSECTION " + c.section + "\r\nKEY " + c.key + "=" + c.value + "\r\n";
     text += "END\r\n";
     files::writeall(journalfile, text);
-    files::flush(journalfile);
-    underway() = files;
+    files::flush(journalfile, fresh);
+    underway() = std::move(kept);
 }
 
 void commit()
 {
-    for (const std::string& f : underway())
-        if (files::exists(f)) files::flush(f);
+    // A file the save left as it was needs no flush (the master file, unless a BAR file was
+    // added); a file the save made needs its name flushed too.
+    for (const Kept& k : underway()) {
+        if (!files::exists(k.path)) continue;
+        if (k.existed && files::readall(k.path) == k.bytes) continue;
+        files::flush(k.path, !k.existed);
+    }
     underway().clear();
-    files::removefile(journalfile);
-    files::flush(workfolder);
+    // A power cut that loses this leaves a journal whose checks hold: the start keeps the save.
+    files::writeall(journalfile, "");
 }
 
 bool rollback()
@@ -150,7 +219,7 @@ void replay()
         // Set-aside journals are older than SAVE.JNL: they go first, by their stamps.
         for (const std::string& name : files::list(std::string(workfolder) + "\\SAVE_*.JNL"))
             journals.push_back(std::string(workfolder) + "\\" + name);
-        if (files::exists(journalfile)) journals.push_back(journalfile);
+        if (pending()) journals.push_back(journalfile);
     } catch (const std::exception&) {
         return;
     }

@@ -110,8 +110,6 @@ void savetoinifile()
         const std::string file = formats::barfile(formats::saveplace(), target.number);
 
         step = 7;
-        // From here on the two files change: as they stand now they go into the journal.
-        savejournal::begin({file, master});
         if (!target.found && files::exists(file)) {
             // A stale or rogue file under this number goes without asking.
             files::removefile(file);
@@ -130,7 +128,14 @@ void savetoinifile()
         std::vector<std::string> lines;
         for (long i = 1; i <= outcount; ++i) lines.push_back(s.outlines[i]);
         formats::writedatalogblock(formats::datalogblock(scanner, now, header, target.held + 1, lines));
-        // The block is on the disk before the first line goes to the BAR file.
+        // From here on the two files change: as they stand now they go into the journal.
+        // Journal and block are on the disk before the first line goes to the BAR file (the
+        // second flush finds the disk's own journal already written by the first).
+        // The keys written last say, after a crash, whether the save got to its end.
+        const long last = target.held + outcount;
+        savejournal::begin({file, master}, {{file, section, "000", header},
+                                            {file, section, formats::linekey(last), s.outlines[outcount]},
+                                            {master, "FILES", "FILES", Format(count, "000")}});
         flushdatfile();
 
         step = 11;

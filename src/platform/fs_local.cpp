@@ -7,6 +7,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <vector>
 
 #include "platform/fsys.h"
 
@@ -165,9 +166,11 @@ err setreadonly(const std::string& p, bool readonly)
     return ::chmod(p.c_str(), mode) == 0 ? err::none : kindof(errno, p);
 }
 
-err flush(const std::string& p)
+err flush(const std::string& p, bool entry)
 {
-    for (const std::string& what : {p, parentof(p)}) {
+    std::vector<std::string> paths = {p};
+    if (entry) paths.push_back(parentof(p));
+    for (const std::string& what : paths) {
         int fd = ::open(what.c_str(), O_RDONLY | O_CLOEXEC);
         if (fd < 0) return kindof(errno, what);
         int rc = ::fsync(fd);
