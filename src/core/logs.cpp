@@ -57,6 +57,19 @@ void addtodatfile(const std::string& text)
     }
 }
 
+void flushdatfile()
+{
+    // The file's name in its folder is flushed once a run: the day's file is rewritten in
+    // place when it comes round again, never made anew under the same name.
+    static std::string named;
+    try {
+        const std::string file = dayfile("_DAT.TXT");
+        files::flush(file, file != named);
+        named = file;
+    } catch (const std::exception&) {
+    }
+}
+
 void checklogfiles()
 {
     try {

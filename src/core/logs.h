@@ -7,5 +7,8 @@
 
 void addtologfile(const std::string& text);
 void addtodatfile(const std::string& text);
+// Today's data log on the disk (fsync). A log that cannot be flushed was reported when its
+// lines could not be written.
+void flushdatfile();
 // Called once at start: removes the old weekday files, starts or continues today's files.
 void checklogfiles();

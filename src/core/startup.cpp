@@ -20,6 +20,7 @@
 #include "pipeline/autodownload.h"
 #include "pipeline/form1.h"
 #include "pipeline/reseticons.h"
+#include "pipeline/savejournal.h"
 #include "pipeline/screens.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
@@ -156,6 +157,8 @@ void form9load(const std::string& commandline)
         checklogfiles();
         // Said once, now that the day's log is open.
         if (!tray::available()) addtologfile("Form9/Load: No system tray on this desktop; the program runs without its icon");
+        // A save the last run did not finish is put back before anything else is saved.
+        savejournal::replay();
         line = 12;
         {
             SettingsReader reader;

@@ -76,7 +76,7 @@ void Form12::setupscreen()
     repaint();
     QCoreApplication::processEvents();
 
-    readdata();
+    readscanner();
 
     const std::string scanner = Label3.caption(), pc = Label5.caption();
     const long apart = clockapart(scanner, pc);
@@ -106,6 +106,22 @@ void Form12::setupscreen()
         MsgBox("No obvious incorrect entries have been found (outside of 30 days from todays date), so please select the "
                "beginning of the incorrect entries or accept the data!",
                vbInformation, "Select Invalid Data");
+}
+
+void Form12::readscanner()
+{
+    reading_ = true;
+    for (QWidget* accept : std::initializer_list<QWidget*>{&Delete, &Label4}) accept->setEnabled(false);
+    struct Done {
+        Form12* f;
+        ~Done()
+        {
+            f->reading_ = false;
+            f->Delete.setEnabled(true);
+            f->Label4.setEnabled(true);
+        }
+    } done{this};
+    readdata();
 }
 
 void Form12::refillist()
@@ -171,6 +187,7 @@ void Form12::List1_DblClick()
 void Form12::selectaccept()
 {
     Globals& s = g();
+    if (reading_) return;
     if (conversionrun_ == 0 &&
         MsgBox("No data conversion has been run! Are you sure that you wish to accept the data as is?",
                vbYesNo + vbQuestion, "Confirm Data Acceptance") == vbNo)

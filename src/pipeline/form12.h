@@ -41,7 +41,7 @@ public:
     // pass, which shifts only lines more than 30 days ahead of the PC's date.
     void runconv(Int16& start);
     // Accept: the shifted lines are processed, saved, cleared from the scanner, and the
-    // scanner's clock is set.
+    // scanner's clock is set. Refused while setupscreen is still reading the scanner.
     void selectaccept();
     // Cancel or the window's close: nothing is saved and the scanner keeps its data.
     void Cancel_Click();
@@ -57,6 +57,8 @@ protected:
     void closeEvent(class QCloseEvent* event) override;
 
 private:
+    // readdata with Accept greyed until it returns.
+    void readscanner();
     // Lets the interface run until Timer1 has ticked more than `ticks` times.
     void pause(int ticks);
 
@@ -67,4 +69,7 @@ private:
     Int16 tickcount_;
     Int16 autohit_;
     Int16 conversionrun_;
+    // The screen's own read of the scanner is under way: Accept is greyed and refused, since
+    // the clear it leads to would take the scanner's control from under the read's wait.
+    bool reading_ = false;
 };

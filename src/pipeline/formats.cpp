@@ -61,6 +61,18 @@ std::string backupfile(const std::string& scannerid, const QDateTime& when)
            Format(when, "HHMM") + ".txt";
 }
 
+std::string safetycopyfile(const std::string& scannerid, const QDateTime& when)
+{
+    return std::string(localfolder) + "backups\\csp_" + idnumber(scannerid) + "_" + Format(when, "YYMMDD") + "_" +
+           Format(when, "HHMMSS") + ".dat";
+}
+
+std::string packetrecord(const std::string& packet)
+{
+    if (packet.empty()) return {};
+    return packet.substr(0, (size_t)(unsigned char)packet[0] + 1);
+}
+
 std::string exportfile(const std::string& scannerid, const QDateTime& when)
 {
     const QDate d = when.date();

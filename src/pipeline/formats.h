@@ -56,6 +56,13 @@ std::string rawfile(const std::string& scannerid);
 // c:\tarnbc\backups\temp_NNN_YYMMDD_HHMM.txt, stamped with `when`.
 std::string backupfile(const std::string& scannerid, const QDateTime& when);
 inline constexpr const char* backupfolder = "C:\\TARNBC\\BACKUPS";
+// c:\tarnbc\backups\csp_NNN_YYMMDD_HHMMSS.dat: the safety copy of a CS 1504 or OPN 2001
+// read, its records one after another as the device handed them over (the length byte N,
+// then N bytes more), the form `vexal-decode csp` reads.
+std::string safetycopyfile(const std::string& scannerid, const QDateTime& when);
+// A record of a packet as the device handed it over: its length byte and the bytes the
+// length byte counts.
+std::string packetrecord(const std::string& packet);
 // c:\tarnbc\exports\export_NNN_<Y><M><D><h><m><s>.txt: the six parts unpadded, so two
 // moments can share a name.
 std::string exportfile(const std::string& scannerid, const QDateTime& when);

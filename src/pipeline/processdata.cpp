@@ -191,6 +191,9 @@ void processdata()
     } catch (const std::exception& e) {
         const Fault f = Fault::from(e);
         const std::string tail = CStr((long long)f.number) + " " + f.description + " @ line " + CStr((long long)run.step);
+        // A run that broke off has not judged every line: nothing is saved and the scanner
+        // keeps all it holds.
+        run.s.deleteallowed = 0;
         abandonrun();
         MsgBox("An unexpected error had occured while attempting to process the data from the scanner! Error : " + tail,
                vbExclamation, "Error While Processing Data");

@@ -10,8 +10,11 @@
 #include "maintenance/scannertests.h"
 #include "pipeline/form1.h"
 #include "pipeline/readsteps.h"
+#include "pipeline/formats.h"
 #include "pipeline/screens.h"
+#include "platform/clock.h"
 #include "platform/csp2.h"
+#include "platform/files.h"
 
 void cspfirstread(Int16& linemark)
 {
@@ -37,6 +40,20 @@ void cspfirstread(Int16& linemark)
     linemark = 8;
 }
 
+namespace {
+
+// The records as the device handed them over, on the disk (file and folder flushed) before
+// anything can clear the scanner: whatever happens to the save, they can be decoded again.
+void savesafetycopy(const std::string& dump)
+{
+    if (!files::isfolder(formats::backupfolder)) files::makefolder(formats::backupfolder);
+    const std::string copy = formats::safetycopyfile(g().scannerid, platform::clock::now());
+    files::writeall(copy, dump);
+    files::flush(copy, true);
+}
+
+}  // namespace
+
 void cspdownload(Int16& linemark)
 {
     Globals& s = g();
@@ -44,6 +61,7 @@ void cspdownload(Int16& linemark)
     const long count = s.scancount;
     Form6& progress = form6();
     Form16& status = form16();
+    std::string dump;
     for (long i = 0; i <= count - 1; ++i) {
         if (count > 1) {
             progress.TimeCount.settext(CStr((long long)std::floor((double)i / (count - 1) * 10)));
@@ -57,8 +75,10 @@ void cspdownload(Int16& linemark)
         // The whole buffer is kept, not only the record at its start.
         std::string packet(256, '\0');
         csp2GetPacket(packet.data(), (int32_t)i, 63);
+        dump += formats::packetrecord(packet);
         s.scanlines[i + 1] = packet;
     }
+    savesafetycopy(dump);
     form1().List2.additem("Data Download Complete");
     csp2Restore();
 }

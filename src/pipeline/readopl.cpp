@@ -146,5 +146,8 @@ void opldownload(Int16& linemark)
     closemainopl();
 
     if (!files::isfolder(formats::backupfolder)) files::makefolder(formats::backupfolder);
-    files::copyfile(target, formats::backupfile(s.scannerid, platform::clock::now()));
+    const std::string backup = formats::backupfile(s.scannerid, platform::clock::now());
+    files::copyfile(target, backup);
+    // On the disk before anything can clear the scanner.
+    files::flush(backup, true);
 }

@@ -12,6 +12,7 @@
 #include "pipeline/form1.h"
 #include "pipeline/formats.h"
 #include "pipeline/linerun.h"
+#include "pipeline/savejournal.h"
 #include "pipeline/screens.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
@@ -127,6 +128,15 @@ void savetoinifile()
         std::vector<std::string> lines;
         for (long i = 1; i <= outcount; ++i) lines.push_back(s.outlines[i]);
         formats::writedatalogblock(formats::datalogblock(scanner, now, header, target.held + 1, lines));
+        // From here on the two files change: as they stand now they go into the journal.
+        // Journal and block are on the disk before the first line goes to the BAR file (the
+        // second flush finds the disk's own journal already written by the first).
+        // The keys written last say, after a crash, whether the save got to its end.
+        const long last = target.held + outcount;
+        savejournal::begin({file, master}, {{file, section, "000", header},
+                                            {file, section, formats::linekey(last), s.outlines[outcount]},
+                                            {master, "FILES", "FILES", Format(count, "000")}});
+        flushdatfile();
 
         step = 11;
         formats::writevalue(file, section, "000", header);
@@ -148,6 +158,7 @@ void savetoinifile()
         step = 14;
         master = formats::masterfile(formats::saveplace());
         formats::writemastercount(master, count);
+        savejournal::commit();
 
         step = 15;
         reportsaved(s.savetype, s.storedown);
@@ -157,6 +168,9 @@ void savetoinifile()
         listfiles();
     } catch (const std::exception& e) {
         const Fault f = Fault::from(e);
+        // A save that stopped half way leaves no torn file: what it changed is put back (its
+        // lines are in the data log). If the files are out of reach the journal waits.
+        savejournal::rollback();
         abandonrun();
         form1().repaint();
         const std::string tail = CStr((long long)f.number) + " " + f.description;

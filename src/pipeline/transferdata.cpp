@@ -57,7 +57,9 @@ void savethenclear(Int16& step)
 
     step = 7;
     s.corruptid = s.scannerid;
-    if (s.outcount > 0) {
+    // A processing run that failed leaves its lines in outlines but no longer allows the
+    // clear: those lines are not saved either.
+    if (s.outcount > 0 && s.deleteallowed == 1) {
         if (s.savetype == 3) exportforemail();
         else savetoinifile();
     }

@@ -187,10 +187,9 @@ void UploadReader::take(uint8_t b)
         if (b == 0) {
             step_ = crc;
             want_ = 2;
-        } else if (b < recordoverhead) {
-            state_ = badframe;
-            return;
         } else {
+            // A record too short for its code type and stamp is still a record: the
+            // program judges it, the link only carries it.
             step_ = body;
             want_ = b;
             records_.push_back(Bytes{b});

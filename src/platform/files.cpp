@@ -153,6 +153,8 @@ void appendbytes(const std::string& path, const std::string& bytes)
     check(fsys::write(at(path), bytes, fsys::writemode::append));
 }
 
+void flush(const std::string& path, bool entry) { check(fsys::flush(at(path), entry)); }
+
 std::vector<std::string> list(const std::string& pattern, bool folders)
 {
     std::vector<std::string> names;

@@ -21,6 +21,9 @@ long long filelength(const std::string& path); // FileLen: 53
 std::string readall(const std::string& path);  // 53 when missing
 void writeall(const std::string& path, const std::string& bytes);   // replaces
 void appendbytes(const std::string& path, const std::string& bytes);  // creates if missing
+// The file's bytes put on the disk (fsync), so that a power cut after the return does not
+// lose them; with `entry` (a file just made) also its name in its folder. 53 when missing.
+void flush(const std::string& path, bool entry = false);
 
 // Names (not paths) in a folder that match a pattern with * and ?, without regard to case,
 // sorted by name. `pattern` is a full path whose last component holds the wild cards.

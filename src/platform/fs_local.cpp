@@ -7,6 +7,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <vector>
 
 #include "platform/fsys.h"
 
@@ -163,6 +164,21 @@ err setreadonly(const std::string& p, bool readonly)
     mode_t mode = st.st_mode & 07777;
     mode = readonly ? (mode & ~0222) : (mode | 0200);
     return ::chmod(p.c_str(), mode) == 0 ? err::none : kindof(errno, p);
+}
+
+err flush(const std::string& p, bool entry)
+{
+    std::vector<std::string> paths = {p};
+    if (entry) paths.push_back(parentof(p));
+    for (const std::string& what : paths) {
+        int fd = ::open(what.c_str(), O_RDONLY | O_CLOEXEC);
+        if (fd < 0) return kindof(errno, what);
+        int rc = ::fsync(fd);
+        int e = errno;
+        ::close(fd);
+        if (rc != 0) return kindof(e, what);
+    }
+    return err::none;
 }
 
 }  // namespace fsys::local

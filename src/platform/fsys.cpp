@@ -99,6 +99,12 @@ err setreadonly(const HostPath& p, bool readonly)
     return p.kind == Kind::local ? local::setreadonly(p.path, readonly) : smb::setreadonly(p.path, readonly);
 }
 
+err flush(const HostPath& p, bool entry)
+{
+    if (err e = reachable(p); e != err::none) return e;
+    return p.kind == Kind::local ? local::flush(p.path, entry) : err::none;
+}
+
 HostPath child(const HostPath& folder, const std::string& name)
 {
     std::string path = folder.path;

@@ -53,6 +53,10 @@ err removefolder(const HostPath& p);
 err removefile(const HostPath& p);
 err rename(const HostPath& from, const HostPath& to);   // replaces an existing target
 err setreadonly(const HostPath& p, bool readonly);
+// Puts a file's (or folder's) bytes on the disk (fsync), with `entry` also its name in its
+// folder (fsync of the folder). On a share the server holds the bytes once a write has
+// returned, so there is nothing more to do.
+err flush(const HostPath& p, bool entry);
 
 HostPath child(const HostPath& folder, const std::string& name);
 HostPath parent(const HostPath& p);
@@ -82,6 +86,7 @@ err removefolder(const std::string& p);
 err removefile(const std::string& p);
 err rename(const std::string& from, const std::string& to);
 err setreadonly(const std::string& p, bool readonly);
+err flush(const std::string& p, bool entry);
 }  // namespace local
 
 namespace smb {

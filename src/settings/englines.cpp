@@ -1,5 +1,7 @@
 #include "settings/englines.h"
 
+#include <limits>
+
 #include "core/controls.h"
 #include "core/globals.h"
 #include "pipeline/formats.h"
@@ -47,7 +49,15 @@ EngRecord engrecord(const std::string& line)
     return r;
 }
 
-long long engnumber(const std::string& field) { return (long long)Val(field); }
+long long engnumber(const std::string& field)
+{
+    // An ID too long for the number type (19 digits or more) stands at its limit rather
+    // than wrapping: such an ID matches nothing a scanner can hold.
+    const double v = Val(field);
+    if (!(v > -9.2e18)) return std::numeric_limits<long long>::min();
+    if (!(v < 9.2e18)) return std::numeric_limits<long long>::max();
+    return (long long)v;
+}
 
 std::string englistline(long long id, const std::string& name)
 {

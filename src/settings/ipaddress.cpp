@@ -1,5 +1,6 @@
 // The server address as typed on the setup screen: its validation into iperror and
 // ipnormal, and its 32-bit form for the echo call.
+#include <cmath>
 #include <vector>
 
 #include "core/globals.h"
@@ -106,7 +107,8 @@ int32_t ipstringtolong(const std::string& address)
     std::string hex = "&H";
     for (int i = 3; i >= 0; --i) {
         // Each octet as two hexadecimal digits: the low byte of its value.
-        long v = (long)Val(parts[i]);
+        const double d = Val(parts[i]);
+        const long v = std::fabs(d) < 1e9 ? (long)d : 0;
         hex += digits[(v >> 4) & 15];
         hex += digits[v & 15];
     }

@@ -1,5 +1,7 @@
 #include "settings/setupports.h"
 
+#include <cmath>
+
 #include "core/globals.h"
 #include "platform/serial.h"
 #include "runtime/vb.h"
@@ -13,7 +15,7 @@ int portnumber(const std::string& text)
 {
     if (!IsNumeric(text)) return 0;
     const double n = CDbl(text);
-    if (n != (double)(long long)n || n < 1 || n > 16) return 0;
+    if (!(n >= 1 && n <= 16) || n != std::floor(n)) return 0;
     return (int)n;
 }
 

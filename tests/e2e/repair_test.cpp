@@ -26,11 +26,14 @@ protected:
         form12().List1.clear();
     }
     // A transfer of `recordtext` from a scanner whose clock is `minutes` ahead, with Yes to
-    // the repair question and `more` answers queued for what follows.
-    void transferwithrepair(const std::string& recordtext, double minutes, std::vector<int> more = {})
+    // the repair question and `more` answers queued for what follows; `options` go to the emulator besides.
+    void transferwithrepair(const std::string& recordtext, double minutes, std::vector<int> more = {},
+                            std::vector<std::string> options = {})
     {
-        dock(1, {"--id", "123", "--battery", "85", "--clock-offset", clockoffset(minutes), "--records",
-                 records(recordtext)});
+        std::vector<std::string> args = {"--id", "123", "--battery", "85", "--clock-offset", clockoffset(minutes),
+                                         "--records", records(recordtext)};
+        args.insert(args.end(), options.begin(), options.end());
+        dock(1, args);
         reseticons();
         dialogs::queueanswer(vbYes);
         for (int a : more) dialogs::queueanswer(a);
@@ -140,4 +143,36 @@ TEST_F(RepairEndToEnd, ReadOnlyUnderRepairOfACs1504KeepsItsLinesButSetsItsClock)
     emit form1().Read.clicked();
     EXPECT_FALSE(repair.isVisible());
     EXPECT_TRUE(dialogs::transcript().empty()) << dialogs::describe(dialogs::transcript().front());
+}
+
+// The screen is shown while its own read of the scanner is still waiting for the download:
+// an Accept then would clear the scanner and take the control from under that wait. It is
+// greyed and refused until the read is over, and works as usual afterwards.
+TEST_F(RepairEndToEnd, AcceptWaitsForTheScreensOwnRead)
+{
+    bool tried = false, refused = false;
+    whilewaiting([&] {
+        Form12& repair = form12();
+        if (!(repair.isVisible() && g().runmode == 4 && g().opldone == 0)) return false;
+        tried = true;
+        refused = !repair.Delete.isEnabled() && !repair.Label4.isEnabled();
+        emit repair.Delete.clicked();
+        emit repair.Label4.clicked();
+        refused = refused && repair.isVisible() && g().runmode == 4 && boxes("Confirm Data Acceptance").empty();
+        return true;
+    });
+    // A slow link keeps the download going long enough to be seen.
+    transferwithrepair("0001123456780,150407,0830\n0002876543210,190307,1000\n", 10 * 1440, {}, {"--baud", "1200"});
+    EXPECT_TRUE(tried) << "the read was not seen waiting";
+    EXPECT_TRUE(refused);
+    Form12& repair = form12();
+    ASSERT_TRUE(repair.isVisible());
+    EXPECT_TRUE(repair.Delete.isEnabled());
+    EXPECT_EQ(held(6), 2);
+
+    emit repair.Label4.clicked();
+    EXPECT_FALSE(repair.isVisible());
+    EXPECT_EQ(held(6), 0);
+    EXPECT_EQ(get("c:\\tarnbc\\BAR001.INI"),
+              barbytes("123", "00220070309", {"0112345678200704050830", "0287654321200703191000"}));
 }

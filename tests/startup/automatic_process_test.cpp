@@ -6,6 +6,8 @@
 #include <csignal>
 #include <memory>
 
+#include <QFileInfo>
+
 #include "processfixture.h"
 #include "support/emulator.h"
 
@@ -309,3 +311,53 @@ INSTANTIATE_TEST_SUITE_P(Day, NewDayWithoutAutomatic, ::testing::Values(true, fa
                          [](const auto& info) { return info.param ? "Changes" : "Stays"; });
 
 }  // namespace
+
+// The program killed in the middle of a save (as by a power cut): the scanner keeps its
+// records, the data log and the safety copy hold them already, and the next start puts the
+// half-written files back before anything else, so that the download taken again leaves
+// each line once and no file that Tarn would misread.
+TEST_F(AutomaticProcessTest, KilledMidSaveIsPutBackAtTheNextStart)
+{
+    setup({CS1504});
+    const QDate d = programnow().date().addDays(-1);
+    std::string scans;
+    std::vector<std::string> lines;
+    for (int i = 0; i < 1000; ++i) {
+        const std::string serial = std::to_string(10000000 + i);
+        const std::string hhmm = QString::asprintf("%02d%02d", 8 + i / 60 % 10, i % 60).toStdString();
+        scans += cspscan(serial, d, hhmm);
+        lines.push_back(line(serial, d, hhmm));
+    }
+    dock(CS1504, scans);
+    QProcess* program = start({"startup"});
+
+    // Killed once the save has begun writing the share's BAR file.
+    const QString journal = QString::fromStdString(root + "/drive_c/TARNBC/SAVE.JNL");
+    const QString bar = QString::fromStdString(root + "/share/BAR001.007");
+    QElapsedTimer waited;
+    waited.start();
+    while (!(QFileInfo(journal).size() > 0 && QFile::exists(bar)) && waited.elapsed() < 60000) QThread::msleep(1);
+    program->kill();
+    program->waitForFinished(5000);
+    ASSERT_GT(QFileInfo(journal).size(), 0) << "the save had finished before the kill\n" << log();
+    EXPECT_EQ(held(CS1504), 1000) << "the scanner is cleared only after the save";
+    const std::string datalog = read("LOGS/" + programnow().toString("dd").toStdString() + "_DAT.TXT");
+    EXPECT_NE(datalog.find("1000=" + lines.back() + "\r\nEND\r\n"), std::string::npos) << "the block is whole";
+    const QStringList copies = QDir(QString::fromStdString(root + "/drive_c/TARNBC/BACKUPS")).entryList({"csp_123_*.dat"});
+    ASSERT_EQ(copies.size(), 1);
+    EXPECT_EQ(read("drive_c/TARNBC/BACKUPS/" + copies[0].toStdString()).size(), 1000u * 18);
+
+    // Started again without the scanner: the save is put back.
+    undock(CS1504);
+    start({"startup"});
+    ASSERT_TRUE(waitforlog("Unfinished save put back: \\\\127.0.0.1\\tagstore\\BAR001.007")) << log();
+    EXPECT_TRUE(waituntil([&] { return QFileInfo(journal).size() == 0; })) << "the journal is emptied";
+    EXPECT_FALSE(QFile::exists(bar)) << "the file the save began is gone again";
+
+    // Docked again: taken again, each line once.
+    dock(CS1504, "", true);
+    ASSERT_TRUE(waituntil([&] { return count(log(), "Data Cleared From The Scanner") >= 1; }, 60000)) << log();
+    EXPECT_EQ(share("BAR001.007"), barfile(lines, programnow().date()));
+    EXPECT_EQ(share("BARCODE.007"), "[FILES]\r\nFILES=001\r\n");
+    EXPECT_EQ(held(CS1504), 0);
+}

@@ -26,6 +26,7 @@
 #include "pipeline/form12.h"
 #include "pipeline/formats.h"
 #include "pipeline/processdata.h"
+#include "pipeline/recorded.h"
 #include "pipeline/screens.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
@@ -47,50 +48,6 @@ bool readhostfile(const std::string& path, std::string& bytes)
     s << in.rdbuf();
     bytes = s.str();
     return true;
-}
-
-// A throw-away drive C and install folder, so the run writes its raw file and logs there.
-bool makeworkplace(const QTemporaryDir& dir)
-{
-    const std::string root = dir.path().toStdString();
-    if (!QDir(dir.path()).mkpath("drive_c/tarnbc")) return false;
-    std::ofstream ini(root + "/platform.ini", std::ios::binary);
-    ini << "[drives]\r\nC=" << root << "/drive_c\r\n";
-    ini.close();
-    platform::initplatform(root);
-    g().homedir = platform::installfolder;
-    files::makefolder(g().homedir + "LOGS");
-    return true;
-}
-
-// OPL: the file becomes the raw download file; the count is its number of lines.
-long loadopl(const std::string& bytes)
-{
-    const std::string raw = formats::rawfile(g().scannerid);
-    files::writeall(raw, bytes);
-    long count = 0;
-    files::TextReader in(raw);
-    while (!in.eof()) {
-        in.lineinput();
-        ++count;
-    }
-    return count;
-}
-
-// CSP: one record after another, each its length byte and that many bytes more. The table
-// holds 1000; the count goes on, so a longer dump reaches the table's end in the run.
-long loadcsp(const std::string& bytes)
-{
-    long count = 0;
-    size_t pos = 0;
-    while (pos < bytes.size()) {
-        const size_t n = (unsigned char)bytes[pos] + 1;
-        const std::string record = bytes.substr(pos, n);
-        pos += n;
-        ++count;
-        if (count <= g().scanlines.ubound()) g().scanlines[count] = record;
-    }
-    return count;
 }
 
 }  // namespace
@@ -121,7 +78,7 @@ int main(int argc, char** argv)
         return 1;
     }
     QTemporaryDir dir;
-    if (!dir.isValid() || !makeworkplace(dir)) {
+    if (!dir.isValid() || !recorded::makeworkplace(dir.path().toStdString())) {
         std::cerr << "vexal-decode: cannot make a work folder\n";
         return 1;
     }
@@ -134,7 +91,7 @@ int main(int argc, char** argv)
     s.runmode = repair ? 4 : 1;
     s.outlines[0] = id;
     try {
-        s.scancount = mode == "opl" ? loadopl(bytes) : loadcsp(bytes);
+        s.scancount = mode == "opl" ? recorded::loadopl(bytes) : recorded::loadcsp(bytes);
     } catch (const std::exception& e) {
         std::cerr << "vexal-decode: " << e.what() << "\n";
         return 1;
