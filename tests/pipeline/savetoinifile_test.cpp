@@ -135,21 +135,24 @@ TEST_F(SaveToIniFile, BatchFilesOnThePcWaitWhenTheModeTurnsDirect)
     EXPECT_EQ(Left(get(localbar(1)), 28), "[000000123]\r\n000=00220070309");
 }
 
-TEST_F(SaveToIniFile, FullDiskHalfWayKeepsWhatWasWritten)
+TEST_F(SaveToIniFile, FullDiskHalfWayPutsTheFilesBack)
 {
     g().savetype = 0;
     g().runmode = 1;
     const auto lines = download(5);
-    // From the row of step 8: the data log takes 5 + 4 writes, key 000 one, then two lines.
+    // From the row of step 8: the data log takes 5 + 4 writes, the journal one, key 000 one,
+    // then two lines.
     ListBox::setobserver([](const ListBox&, const std::string& row) {
-        if (Left(row, 20) == "Adding Entries to BA") files::inject::failwriteafter(9 + 1 + 2);
+        if (Left(row, 20) == "Adding Entries to BA") files::inject::failwriteafter(9 + 1 + 1 + 2);
     });
     save("123", lines);
     ListBox::setobserver(nullptr);
 
-    EXPECT_EQ(get(localbar(1)), barbytes("123", "00520070309", {lines[0], lines[1]}))
-        << "the lines so far stay, under the new count";
+    // The header promised five lines and two were written: the file the save began is gone
+    // again, so no file says what it does not hold.
+    EXPECT_FALSE(files::exists(localbar(1)));
     EXPECT_EQ(get(localmaster), masterbytes("000")) << "the master file does not count the new file";
+    EXPECT_EQ(get("c:\\tarnbc\\SAVE.JNL"), "") << "nothing waits to be put back";
     EXPECT_EQ(datalog().size(), 9u) << "the whole block went to the data log first";
     EXPECT_EQ(datalog()[7], "005=" + lines[4]);
     auto shown = boxes("Error While Saving Data");
@@ -161,13 +164,13 @@ TEST_F(SaveToIniFile, FullDiskHalfWayKeepsWhatWasWritten)
     EXPECT_EQ(g().runmode, 0);
     EXPECT_EQ(activity(), std::vector<std::string>{"Adding Entries to BAR001 File (New File)"});
 
-    // The uncounted file is outside the set: the next save drops it and starts BAR001
-    // anew. Its lines stay in the data log, from which they can be restored.
+    // The lines stay in the data log, from which they can be restored; the next save starts
+    // BAR001 anew.
     save("123", download(1));
     EXPECT_EQ(get(localbar(1)), barbytes("123", "00120070309", download(1)));
 }
 
-TEST_F(SaveToIniFile, ShareVanishingBeforeTheKeysAreWritten)
+TEST_F(SaveToIniFile, ShareVanishingBeforeTheKeysAreWrittenStopsAtTheJournal)
 {
     g().savetype = 1;
     g().storedown = 0;
@@ -181,7 +184,7 @@ TEST_F(SaveToIniFile, ShareVanishingBeforeTheKeysAreWritten)
     auto shown = boxes("Error While Saving Data");
     ASSERT_EQ(shown.size(), 1u);
     EXPECT_EQ(shown[0].text, "An unexpected error had occured while attempting to save the data from the scanner at line "
-                             "11! Error : 76 Path not found");
+                             "10! Error : 76 Path not found");
     EXPECT_EQ(datalog(), (std::vector<std::string>{"ENTRY: Scanner 000123 1405 20070309", "[000000123]", "000=00220070309",
                                                    "001=" + lines[0], "002=" + lines[1], "END"}))
         << "the lines are safe in the data log";
